@@ -1,0 +1,72 @@
+// A file as the data of an input stream.
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+#include <system_error>
+
+#include "framework/InputStreams.h"
+
+namespace orxframework {
+
+namespace {
+
+constexpr std::size_t kBufferBytes = 64 * 1024;
+
+#if defined(_WIN32)
+std::FILE* OpenForReading(const std::filesystem::path& path) {
+  return _wfopen(path.c_str(), L"rb");
+}
+int SeekTo(std::FILE* file, std::int64_t offset, int origin) {
+  return _fseeki64(file, offset, origin);
+}
+std::int64_t Tell(std::FILE* file) { return _ftelli64(file); }
+#else
+std::FILE* OpenForReading(const std::filesystem::path& path) {
+  return std::fopen(path.c_str(), "rbe");
+}
+int SeekTo(std::FILE* file, std::int64_t offset, int origin) {
+  return fseeko(file, offset, origin);
+}
+std::int64_t Tell(std::FILE* file) { return ftello(file); }
+#endif
+
+}  // namespace
+
+FileInputStream::FileInputStream(const std::filesystem::path& path, FileSection fileSection)
+    : buffer(std::make_unique<char[]>(kBufferBytes)), section(fileSection) {
+  errorCode = OpenFile(path);
+  if (errorCode != 0) file.reset();
+}
+
+std::string FileInputStream::ErrorText() const {
+  return std::generic_category().message(errorCode);
+}
+
+int FileInputStream::OpenFile(const std::filesystem::path& path) {
+  std::error_code ignored;
+  if (std::filesystem::is_directory(path, ignored)) return EISDIR;
+  errno = 0;
+  file.reset(OpenForReading(path));
+  if (!file) return errno != 0 ? errno : EIO;
+  // The windows of this stream are the only buffer that the bytes need.
+  std::setvbuf(file.get(), nullptr, _IONBF, 0);
+  if (SeekTo(file.get(), 0, SEEK_END) != 0) return errno;
+  const std::int64_t fileSize = Tell(file.get());
+  if (fileSize < 0) return errno;
+  const auto bytes = static_cast<std::uint64_t>(fileSize);
+  section.offset = std::min(section.offset, bytes);
+  SetSize(std::min(section.length, bytes - section.offset));
+  return 0;
+}
+
+WindowedInputStream::Window FileInputStream::Load(std::uint64_t position) {
+  const std::size_t wanted =
+      static_cast<std::size_t>(std::min<std::uint64_t>(kBufferBytes, Size() - position));
+  const auto offset = static_cast<std::int64_t>(section.offset + position);
+  if (SeekTo(file.get(), offset, SEEK_SET) != 0) return {};
+  const std::size_t count = std::fread(buffer.get(), 1, wanted, file.get());
+  if (count == 0) return {};
+  return {buffer.get(), buffer.get() + count, position};
+}
+
+}  // namespace orxframework

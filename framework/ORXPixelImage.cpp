@@ -1,0 +1,174 @@
+// Pixel images: sample layouts, sharing, and the two ways of turning one over.
+#include "host/ORXPixelImage.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace {
+
+// The largest layout, four bytes for each of 2^31-1 times 2^31-1 pixels, stays below 2^64, so that
+// sizes need no further checks.
+static_assert(sizeof(std::size_t) >= 8 && sizeof(int) == 4);
+
+constexpr std::size_t BytesPerPixel(ORXPixelImageFormat format) noexcept {
+  switch (format) {
+    case ORXPixelImageFormat::Rgb24:
+      return 3;
+    case ORXPixelImageFormat::Cmyk32:
+      return 4;
+    default:
+      return 1;
+  }
+}
+
+constexpr auto kMirroredBytes = [] {
+  std::array<unsigned char, 256> mirrored{};
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    unsigned result = 0;
+    for (unsigned bit = 0; bit < 8; ++bit) result |= (byte >> bit & 1U) << (7 - bit);
+    mirrored[byte] = static_cast<unsigned char>(result);
+  }
+  return mirrored;
+}();
+
+// Writes the pixels of a row from the last to the first.
+void MirrorPixels(const unsigned char* from, unsigned char* to, std::size_t rowBytes,
+                  std::size_t pixelBytes) noexcept {
+  for (std::size_t i = rowBytes; i != 0; i -= pixelBytes, to += pixelBytes) {
+    std::memcpy(to, from + i - pixelBytes, pixelBytes);
+  }
+}
+
+// The same for one bit per pixel. Mirrored bytes have the padding in front; the shift that brings
+// the first pixel to its place pushes the padding out and leaves zeros behind the last.
+void MirrorBits(const unsigned char* from, unsigned char* to, std::size_t rowBytes,
+                unsigned padding) noexcept {
+  for (std::size_t i = 0; i < rowBytes; ++i) {
+    const unsigned here = kMirroredBytes[from[rowBytes - 1 - i]];
+    const unsigned next = i + 1 < rowBytes ? kMirroredBytes[from[rowBytes - 2 - i]] : 0U;
+    to[i] = static_cast<unsigned char>((here << 8 | next) << padding >> 8);
+  }
+}
+
+}  // namespace
+
+ORXPixelImage::ORXPixelImage(int imageWidth, int imageHeight, ORXPixelImageFormat imageFormat,
+                             unsigned char* samples, ORXDeallocatePixels /*deallocate*/) noexcept
+    : width(imageWidth), height(imageHeight), format(imageFormat), pixels(samples) {}
+
+ORXPixelImage::ORXPixelImage(const ORXPixelImage& other) noexcept
+    : width(other.width),
+      height(other.height),
+      format(other.format),
+      pixels(other.pixels),
+      ownPixels(other.ownPixels),
+      xPixelSize(other.xPixelSize),
+      yPixelSize(other.yPixelSize) {}
+
+ORXPixelImage& ORXPixelImage::operator=(const ORXPixelImage& other) noexcept {
+  width = other.width;
+  height = other.height;
+  format = other.format;
+  pixels = other.pixels;
+  ownPixels = other.ownPixels;
+  xPixelSize = other.xPixelSize;
+  yPixelSize = other.yPixelSize;
+  return *this;  // whoever counts this object goes on counting it
+}
+
+ORXPixelImage::~ORXPixelImage() = default;
+
+void ORXPixelImage::AddRef() noexcept { ++references; }
+
+void ORXPixelImage::Release() noexcept {
+  if (--references == 0) delete this;
+}
+
+void ORXPixelImage::SetXPixelSize(float size) noexcept { xPixelSize = size; }
+void ORXPixelImage::SetYPixelSize(float size) noexcept { yPixelSize = size; }
+float ORXPixelImage::GetXPixelSize() const noexcept { return xPixelSize; }
+float ORXPixelImage::GetYPixelSize() const noexcept { return yPixelSize; }
+
+int ORXPixelImage::InvertLineProgression() noexcept {
+  if (ByteCount() == 0) return 0;
+  if (ownPixels.use_count() > 1) {
+    // Other images show the same samples and must go on showing them in their order.
+    ORXPixelImage* copy = CreateCopy(width, height, format, pixels);
+    if (!copy) return 0;
+    pixels = copy->pixels;
+    ownPixels = copy->ownPixels;
+    copy->Release();
+  }
+  const std::size_t rowBytes = RowBytes(width, format);
+  unsigned char* upper = pixels;
+  unsigned char* lower = pixels + ByteCount() - rowBytes;
+  for (; upper < lower; upper += rowBytes, lower -= rowBytes) {
+    std::swap_ranges(upper, upper + rowBytes, lower);
+  }
+  return 1;
+}
+
+ORXPixelImage* ORXPixelImage::CreateRotatedImage(int degrees) const noexcept {
+  if (degrees != 180) return nullptr;
+  ORXPixelImage* turned = CreateCopy(width, height, format, pixels);
+  if (!turned) return nullptr;
+  turned->xPixelSize = xPixelSize;
+  turned->yPixelSize = yPixelSize;
+  const std::size_t rowBytes = RowBytes(width, format);
+  const std::size_t total = ByteCount();
+  for (std::size_t offset = 0; offset < total; offset += rowBytes) {
+    const unsigned char* from = pixels + total - rowBytes - offset;
+    if (format == ORXPixelImageFormat::Bilevel1) {
+      MirrorBits(from, turned->pixels + offset, rowBytes, (8U - width % 8U) % 8U);
+    } else {
+      MirrorPixels(from, turned->pixels + offset, rowBytes, BytesPerPixel(format));
+    }
+  }
+  return turned;
+}
+
+int ORXPixelImage::PrepareData() noexcept { return 1; }
+
+unsigned char* ORXPixelImage::ExtractData(int /*first*/, int /*second*/) const noexcept {
+  const std::size_t size = ByteCount();
+  if (size == 0) return nullptr;
+  auto* copy = static_cast<unsigned char*>(std::malloc(size));
+  if (copy) std::memcpy(copy, pixels, size);
+  return copy;
+}
+
+int ORXPixelImage::Width() const noexcept { return width; }
+int ORXPixelImage::Height() const noexcept { return height; }
+ORXPixelImageFormat ORXPixelImage::Format() const noexcept { return format; }
+const unsigned char* ORXPixelImage::Pixels() const noexcept { return pixels; }
+
+std::size_t ORXPixelImage::ByteCount() const noexcept {
+  return height > 0 ? RowBytes(width, format) * static_cast<std::size_t>(height) : 0;
+}
+
+std::size_t ORXPixelImage::RowBytes(int width, ORXPixelImageFormat format) noexcept {
+  if (width <= 0) return 0;
+  const auto pixelCount = static_cast<std::size_t>(width);
+  if (format == ORXPixelImageFormat::Bilevel1) return (pixelCount + 7) / 8;
+  return pixelCount * BytesPerPixel(format);
+}
+
+ORXPixelImage* ORXPixelImage::CreateCopy(int width, int height, ORXPixelImageFormat format,
+                                         const unsigned char* pixels) noexcept {
+  auto* copy = new (std::nothrow)
+      ORXPixelImage(width, height, format, nullptr, ORXDeallocatePixels::KeepWithCaller);
+  if (!copy) return nullptr;
+  const std::size_t size = copy->ByteCount();
+  try {
+    copy->ownPixels.reset(new unsigned char[size]);
+  } catch (const std::bad_alloc&) {
+    copy->Release();
+    return nullptr;
+  }
+  copy->pixels = copy->ownPixels.get();
+  if (size != 0) std::memcpy(copy->pixels, pixels, size);
+  return copy;
+}

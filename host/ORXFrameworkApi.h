@@ -1,0 +1,15 @@
+// Marks what the framework's shared library offers to its plug-ins and hosts.
+//
+// The framework is built with ORX_FRAMEWORK_BUILD defined and exports these names; everybody
+// else imports them.
+#pragma once
+
+#if defined(_WIN32)
+#  if defined(ORX_FRAMEWORK_BUILD)
+#    define ORX_FRAMEWORK_API __declspec(dllexport)
+#  else
+#    define ORX_FRAMEWORK_API __declspec(dllimport)
+#  endif
+#else
+#  define ORX_FRAMEWORK_API __attribute__((visibility("default")))
+#endif

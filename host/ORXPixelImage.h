@@ -1,0 +1,77 @@
+// A rectangle of samples, as interpreters hand it to a generator.
+//
+// Rows follow each other from the first to the last, each padded to whole bytes, samples of a pixel
+// side by side. An image built over a caller's buffer borrows it: the caller releases the buffer
+// when it has no more use for the image. Images that the library makes itself own their samples
+// and are counted: whoever receives one calls Release.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "host/ORXFrameworkApi.h"
+
+enum class ORXPixelImageFormat : int {
+  Grey8 = 0,     // one byte per pixel, 0 black
+  Rgb24 = 2,     // three bytes per pixel: red, green, blue
+  Cmyk32 = 3,    // four bytes per pixel: cyan, magenta, yellow, black, 0 no ink
+  Bilevel1 = 4,  // one bit per pixel, high bit first, 1 black
+};
+
+enum class ORXDeallocatePixels : int { KeepWithCaller = 2 };
+
+class ORX_FRAMEWORK_API ORXPixelImage {
+public:
+  // Over `pixels`, which has RowBytes(width, format) * height bytes and stays the caller's.
+  ORXPixelImage(int width, int height, ORXPixelImageFormat format, unsigned char* pixels,
+                ORXDeallocatePixels deallocate) noexcept;
+  ORXPixelImage(const ORXPixelImage& other) noexcept;
+  // Shares the samples if `other` owns them, else borrows what it borrows.
+  ORXPixelImage& operator=(const ORXPixelImage& other) noexcept;
+  ~ORXPixelImage();
+
+  void AddRef() noexcept;
+  // For counted images only: gives up a reference, the last one deletes the image.
+  void Release() noexcept;
+
+  // The size of one pixel in output units; negative sizes mirror.
+  void SetXPixelSize(float size) noexcept;
+  void SetYPixelSize(float size) noexcept;
+  [[nodiscard]] float GetXPixelSize() const noexcept;
+  [[nodiscard]] float GetYPixelSize() const noexcept;
+
+  // Reverses the order of the rows in place. Returns 1, or 0 when the image has no rows.
+  int InvertLineProgression() noexcept;
+  // A new counted image, this one turned by 180 degrees; null for any other angle and when memory
+  // runs out.
+  [[nodiscard]] ORXPixelImage* CreateRotatedImage(int degrees) const noexcept;
+
+  // Makes the pixels ready to be taken; called once before ExtractData.
+  int PrepareData() noexcept;
+  // A copy of all samples in a buffer from std::malloc that the caller frees, or null. The
+  // arguments are (0, 1).
+  [[nodiscard]] unsigned char* ExtractData(int first, int second) const noexcept;
+
+  [[nodiscard]] int Width() const noexcept;
+  [[nodiscard]] int Height() const noexcept;
+  [[nodiscard]] ORXPixelImageFormat Format() const noexcept;
+  [[nodiscard]] const unsigned char* Pixels() const noexcept;
+  // Bytes in all rows together; 0 when the image has no positive size.
+  [[nodiscard]] std::size_t ByteCount() const noexcept;
+  [[nodiscard]] static std::size_t RowBytes(int width, ORXPixelImageFormat format) noexcept;
+
+  // A new counted image with samples of its own copied from `pixels`; null when memory runs out.
+  [[nodiscard]] static ORXPixelImage* CreateCopy(int width, int height, ORXPixelImageFormat format,
+                                                 const unsigned char* pixels) noexcept;
+
+private:
+  int width;
+  int height;
+  ORXPixelImageFormat format;
+  unsigned char* pixels;
+  std::shared_ptr<unsigned char[]> ownPixels;  // empty for an image over a caller's buffer
+  float xPixelSize = 1.0F;
+  float yPixelSize = 1.0F;
+  std::uint32_t references = 1;
+};

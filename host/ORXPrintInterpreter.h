@@ -1,0 +1,62 @@
+// The base class of everything that interprets a document for the print framework.
+//
+// The framework builds an interpreter through its factory, asks it about pages and selects some of
+// them in any order, starts passes with Generate or CollectStatistics, and deletes it through the
+// virtual destructor. All calls come from one thread at a time. Every query and every pass is
+// complete in itself: it opens, rewinds and closes the document's input.
+//
+// Results are 1 for success and 0 for "no answer" unless an operation says otherwise.
+#pragma once
+
+#include <cstdint>
+
+#include "host/ORXFrameworkApi.h"
+#include "host/ORXListValORXUnicodeString.h"
+#include "host/ORXString.h"
+#include "host/ORXUnicodeString.h"
+
+class ORXPrintTransformation;
+class ORXPrtModel;
+class PrintGenerator;
+
+class ORX_FRAMEWORK_API ORXPrintInterpreter {
+public:
+  ORXPrintInterpreter(const ORXPrintInterpreter&) = delete;
+  ORXPrintInterpreter& operator=(const ORXPrintInterpreter&) = delete;
+
+  // The virtual operations stand in the order of the class's table.
+  virtual ~ORXPrintInterpreter();
+  // The size of the page, or of the largest page, in output units. The results may start with
+  // values of the caller's; a result that the document says nothing about keeps its value.
+  virtual int GetPageSize(float* width, float* height) = 0;
+  virtual int GetPageCount(unsigned* count) = 0;
+  // The base class knows no bounds: writes nothing, returns 0.
+  virtual int GetBounds(float& left, float& bottom, float& right, float& top);
+  // Selects a page, counted from 1; it matters only while the all-pages flag is not 1.
+  virtual int SetCurrentPage(unsigned page);
+  // 1: every page; anything else: the selected page only.
+  virtual int SetAllPages(unsigned char allPages);
+  // The label of the selected page.
+  virtual int GetPageLabel(ORXUnicodeString& label) = 0;
+  virtual int GetVersion(unsigned& version);
+  // Runs the document without drawing and appends a line for each kind of thing it counted.
+  virtual int CollectStatistics(ORXListValORXUnicodeString& lines) = 0;
+  // The base class builds no model and keeps no transformations: these return 0.
+  virtual long Interpret(ORXPrtModel** model);
+  virtual long GetTransformations(ORXPrintTransformation** transformations);
+  virtual long SetTransformations(ORXPrintTransformation* transformations);
+  // Draws the document on a generator, which is borrowed and must outlive the interpreter's last
+  // pass.
+  virtual int Generate(PrintGenerator* generator) = 0;
+
+protected:
+  explicit ORXPrintInterpreter(const ORXString& name);
+
+  [[nodiscard]] std::uint32_t SelectedPage() const noexcept { return selectedPage; }
+  [[nodiscard]] std::uint8_t AllPagesFlag() const noexcept { return allPagesFlag; }
+
+private:
+  ORXString interpreterName;
+  std::uint32_t selectedPage = 0;
+  std::uint8_t allPagesFlag = 1;
+};

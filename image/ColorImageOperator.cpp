@@ -1,0 +1,244 @@
+// "colorimage" with procedures as data sources. The procedures are not run: their second and fourth
+// elements name the filters through which the samples that follow in the input are read, one
+// encoded block per source and row.
+
+#include <array>
+#include <cmath>
+#include <span>
+#include <vector>
+
+#include "image/DecodeFilters.h"
+#include "image/ImagePlacement.h"
+#include "ps/InputBytes.h"
+#include "ps/Operands.h"
+#include "ps/Operators.h"
+
+namespace orxeps::operators {
+
+namespace {
+
+constexpr std::size_t kMaxSources = 4;
+constexpr int kMaxOperandsTaken = 10;
+
+// The filters of one data source; either may be missing.
+struct SampleSource {
+  DecodeFilter* reader = nullptr;
+  DecodeFilter* decoder = nullptr;
+};
+
+struct SampleLayout {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  std::int32_t components = 0;   // 1, 3 or 4; 0 for any other number
+  std::int32_t sourceCount = 0;  // 0 to 4
+};
+
+// What the operands say, gathered from the top of the stack down.
+struct ColorImageOperands {
+  SampleLayout layout;
+  std::int32_t bitsPerComponent = 0;
+  std::array<SampleSource, kMaxSources> sources;  // the one nearest the top first
+  std::int32_t integersMet = 0;
+  int limit = kMaxOperandsTaken;
+};
+
+DecodeFilter* FilterOfElement(ORXPrintEPSInterpreter& interpreter, const PSObject& procedure,
+                              std::int32_t position) {
+  if (procedure.procElements.Count() < position) return nullptr;
+  return FilterForName(interpreter, procedure.procElements.At(position)->nameText);
+}
+
+void NoteInteger(ColorImageOperands& operands, std::int32_t value) noexcept {
+  std::int32_t* const places[] = {&operands.bitsPerComponent, &operands.layout.height,
+                                  &operands.layout.width};
+  if (operands.integersMet < 3) *places[operands.integersMet++] = value;
+}
+
+// The flag that tells several sources from one also tells how many operands there are.
+int OperandLimit(bool severalSources, std::int32_t components) noexcept {
+  if (!severalSources || components == 1) return 7;
+  return components == 3 ? 9 : kMaxOperandsTaken;
+}
+
+void NoteOperand(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& operands,
+                 const PSObject& operand) {
+  SampleLayout& layout = operands.layout;
+  if (operand.Is(PSObjectType::Integer)) {
+    NoteInteger(operands, operand.intValue);
+  } else if (operand.Is(PSObjectType::Boolean)) {
+    operands.limit = OperandLimit(operand.boolValue != 0, layout.components);
+  } else if (operand.Is(PSObjectType::Procedure) && layout.sourceCount < std::ssize(operands.sources)) {
+    operands.sources[static_cast<std::size_t>(layout.sourceCount++)] = {
+        FilterOfElement(interpreter, operand, 2), FilterOfElement(interpreter, operand, 4)};
+  }
+}
+
+// Takes the operands off the stack but for the last one it looks at, normally the width. False when
+// the stack runs out before.
+bool TakeOperands(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& operands) {
+  const std::int32_t n = interpreter.operandStack.Top()->intValue;
+  operands.layout.components = n == 1 || n == 3 || n == 4 ? n : 0;
+  for (int i = 1; i < operands.limit; ++i) {
+    interpreter.operandStack.Drop(1);
+    const PSObject* operand = interpreter.operandStack.Top();
+    if (!operand) return false;
+    NoteOperand(interpreter, operands, *operand);
+  }
+  return true;
+}
+
+// Reads the rows of an image and puts their samples in place.
+class RowReader {
+public:
+  RowReader(ORXPrintEPSInterpreter& owner, std::span<const SampleSource> sampleSources)
+      : interpreter(owner), sources(sampleSources) {}
+
+  // Reads the next row. False when there is nothing to read it from.
+  [[nodiscard]] bool ReadRow() {
+    bool canRead = false;
+    for (std::size_t k = 0; k < sources.size(); ++k) {
+      blocks[k] = {};
+      if (!sources[k].reader || !InputIsReadable(interpreter)) continue;
+      canRead = true;
+      ReadBlock(sources[k], blocks[k]);
+    }
+    return canRead;
+  }
+
+  // Byte i of source k goes to place (row * row length + i) * step + k, if that lies in `samples`.
+  void StoreRow(std::span<unsigned char> samples, std::size_t row, std::size_t step) const {
+    for (std::size_t k = 0; k < sources.size(); ++k) {
+      const auto block = blocks[k].Bytes().first(std::min(blocks[k].Length(), rowLength));
+      if (row > samples.size()) return;
+      std::size_t place = row * rowLength * step + k;
+      for (const unsigned char byte : block) {
+        if (place >= samples.size()) break;
+        samples[place] = byte;
+        place += step;
+      }
+    }
+  }
+
+private:
+  // A source without a second filter contributes nothing.
+  void ReadBlock(const SampleSource& source, ByteBuffer& block) {
+    ByteBuffer encoded;
+    if (source.reader->ReadAndDecode(interpreter.inputStream, encoded) < 0) return;
+    if (encoded.IsEmpty() || !source.decoder) return;
+    ByteBuffer decoded;
+    if (source.decoder->Decode(encoded.Bytes(), decoded) < 0) return;
+    rowLength = decoded.Length();
+    block = std::move(decoded);
+  }
+
+  ORXPrintEPSInterpreter& interpreter;
+  const std::span<const SampleSource> sources;
+  std::array<ByteBuffer, kMaxSources> blocks;
+  std::size_t rowLength = 0;  // of the last block that was decoded, in this row or an earlier one
+};
+
+std::optional<ORXPixelImageFormat> FormatOf(std::int32_t components) noexcept {
+  switch (components) {
+    case 1:
+      return ORXPixelImageFormat::Grey8;
+    case 3:
+      return ORXPixelImageFormat::Rgb24;
+    case 4:
+      return ORXPixelImageFormat::Cmyk32;
+    default:
+      return std::nullopt;
+  }
+}
+
+// The samples of an image with what became of them.
+struct ColorSamples {
+  bool handedBack = false;  // there is an image, even if no format fits it
+  ByteBuffer bytes;
+};
+
+// Whether the sources fit the components, so that their samples make an image.
+bool SourcesFit(const SampleLayout& layout) noexcept {
+  return layout.sourceCount == 1 || layout.sourceCount == layout.components;
+}
+
+// Reads all rows from the input, whether or not they make an image.
+ColorSamples ReadColorImageSamples(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout,
+                                   std::span<const SampleSource> sources) {
+  ColorSamples samples;
+  if (layout.sourceCount == 0 || layout.sourceCount == 2) return samples;
+  if (SourcesFit(layout) && layout.width > 0 && layout.height > 0) {
+    samples.handedBack = true;
+    if (const auto format = FormatOf(layout.components)) {
+      const auto bytes = LayoutBytes(layout.width, layout.height, *format);
+      if (bytes) samples.bytes = ByteBuffer::Zeroed(*bytes);
+      samples.handedBack = !samples.bytes.IsEmpty();
+      if (!samples.handedBack) RaiseError(interpreter, bytes ? "VMerror" : "limitcheck");
+    }
+  }
+  const auto step = layout.sourceCount == 1 ? std::size_t{1}
+                                            : static_cast<std::size_t>(layout.components);
+  RowReader reader(interpreter, sources);
+  for (std::int32_t row = 0; row < layout.height && reader.ReadRow(); ++row) {
+    reader.StoreRow(samples.bytes.Bytes(), static_cast<std::size_t>(row), step);
+  }
+  return samples;
+}
+
+// Turns the image around its vertical axis. False when memory runs out.
+bool MirrorLeftToRight(ORXPixelImage& image) {
+  image.InvertLineProgression();
+  ORXPixelImage* turned = image.CreateRotatedImage(180);
+  if (!turned) return false;
+  image = *turned;
+  turned->Release();
+  return true;
+}
+
+// Draws the image upright: a negative direction of the matrix moves its origin and mirrors it.
+void DrawUpright(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout,
+                 ORXPixelImage& image) {
+  const ORXMath3x3Matrix& ctm = interpreter.graphics.current.ctm;
+  const double a = ctm.GetFirstColumn().x;
+  const double d = ctm.GetSecondColumn().y;
+  ImagePlacement placement = PlaceImage(interpreter, layout.width, layout.height);
+  if (a < 0.0) {
+    placement.x = static_cast<float>(static_cast<double>(placement.x) + a);
+    if (!MirrorLeftToRight(image)) {
+      RaiseError(interpreter, "VMerror");
+      return;
+    }
+  }
+  if (d < 0.0) {
+    placement.y = static_cast<float>(static_cast<double>(placement.y) + d);
+    image.InvertLineProgression();
+  }
+  placement.xPixelSize = std::fabs(placement.xPixelSize);
+  placement.yPixelSize = std::fabs(placement.yPixelSize);
+  DrawPlaced(interpreter, placement, image);
+}
+
+}  // namespace
+
+// width height bits matrix proc1 ... procn bool n colorimage ->; when it fails, the last operand that
+// it looked at stays
+ResultCode ColorImage(ORXPrintEPSInterpreter& interpreter) {
+  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
+  if (!interpreter.operandStack.Top()->Is(PSObjectType::Integer)) return ResultCode::NoOperand;
+  ColorImageOperands operands;
+  if (!TakeOperands(interpreter, operands)) return ResultCode::NoOperand;
+  const SampleLayout& layout = operands.layout;
+  const auto sources = std::span<const SampleSource>(operands.sources)
+                           .first(static_cast<std::size_t>(layout.sourceCount));
+  ColorSamples samples = ReadColorImageSamples(interpreter, layout, sources);
+  if (!samples.handedBack) return ResultCode::NoOperand;
+  const auto format = FormatOf(layout.components);
+  if (format && operands.bitsPerComponent == 8 && interpreter.generator) {
+    ORXPixelImage image(layout.width, layout.height, *format, samples.bytes.Data(),
+                        ORXDeallocatePixels::KeepWithCaller);
+    DrawUpright(interpreter, layout, image);
+  }
+  interpreter.operandStack.Drop(1);
+  return ResultCode::Ran;
+}
+
+}  // namespace orxeps::operators

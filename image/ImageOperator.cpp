@@ -1,0 +1,101 @@
+// "image" in its dictionary form. The data source is not run: the filters attached to it say how the
+// samples that follow in the input are decoded.
+
+#include "image/DecodeFilters.h"
+#include "image/ImagePlacement.h"
+#include "ps/Dictionaries.h"
+#include "ps/Operands.h"
+#include "ps/Operators.h"
+
+namespace orxeps::operators {
+
+namespace {
+
+// What the dictionary says; a value of another type than expected counts as absent.
+struct ImageDescription {
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  std::int32_t bitsPerComponent = 0;
+  std::int32_t decodeCount = 2;
+  const PSObject* dataSource = nullptr;  // borrowed from the dictionary
+
+  explicit ImageDescription(const ORXHashDico& entries) {
+    TakeInteger(entries, "Width", width);
+    TakeInteger(entries, "Height", height);
+    TakeInteger(entries, "BitsPerComponent", bitsPerComponent);
+    if (const PSObject* decode = Locate(entries, "Decode", PSObjectType::Array)) {
+      decodeCount = decode->arrayElements.Count();
+    }
+    dataSource = Locate(entries, "DataSource", PSObjectType::File);
+  }
+
+private:
+  static const PSObject* Locate(const ORXHashDico& entries, const char* key, PSObjectType type) {
+    const PSObject* value = DictLocate(entries, key);
+    return value && value->Is(type) ? value : nullptr;
+  }
+  static void TakeInteger(const ORXHashDico& entries, const char* key, std::int32_t& value) {
+    if (const PSObject* entry = Locate(entries, key, PSObjectType::Integer)) value = entry->intValue;
+  }
+};
+
+// Reads the samples from the input through all filters of the data source; empty when that fails.
+ByteBuffer ReadSamples(const PSObject& dataSource) {
+  const auto filters = dataSource.fileFilters.Items();
+  ByteBuffer samples;
+  for (std::size_t i = 0; i < filters.size(); ++i) {
+    auto* filter = static_cast<DecodeFilter*>(filters[i]);
+    ByteBuffer decoded;
+    const FilterStatus status = i == 0 ? filter->ReadAndDecode(dataSource.fileSource, decoded)
+                                       : filter->Decode(samples.Bytes(), decoded);
+    if (status < 0 || decoded.IsEmpty()) return {};
+    samples = std::move(decoded);
+  }
+  return samples;
+}
+
+std::optional<ORXPixelImageFormat> ChooseFormat(const ImageDescription& description) noexcept {
+  if (description.bitsPerComponent == 1) return ORXPixelImageFormat::Bilevel1;
+  if (description.bitsPerComponent != 8) return std::nullopt;
+  return description.decodeCount == 2 ? ORXPixelImageFormat::Grey8 : ORXPixelImageFormat::Rgb24;
+}
+
+// Gives the samples the image's full layout and draws them.
+void DrawSamples(ORXPrintEPSInterpreter& interpreter, const ImageDescription& description,
+                 ByteBuffer samples) {
+  const std::optional<ORXPixelImageFormat> format = ChooseFormat(description);
+  if (!format || description.width <= 0 || description.height <= 0) return;
+  const auto bytes = LayoutBytes(description.width, description.height, *format);
+  if (!bytes) {
+    RaiseError(interpreter, "limitcheck");
+    return;
+  }
+  if (*format == ORXPixelImageFormat::Bilevel1) {
+    for (unsigned char& byte : samples.Bytes()) byte = static_cast<unsigned char>(~byte);
+  }
+  if (!samples.Resize(*bytes)) {
+    RaiseError(interpreter, "VMerror");
+    return;
+  }
+  ORXPixelImage image(description.width, description.height, *format, samples.Data(),
+                      ORXDeallocatePixels::KeepWithCaller);
+  DrawPlaced(interpreter, PlaceImage(interpreter, description.width, description.height), image);
+}
+
+}  // namespace
+
+// dictionary image ->; the samples are read whether or not they can be drawn
+ResultCode Image(ORXPrintEPSInterpreter& interpreter) {
+  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
+  if (!interpreter.operandStack.Top()->Is(PSObjectType::Dictionary)) return ResultCode::Ran;
+  const PSRef dictionary = TakeOperand(interpreter);
+  const ImageDescription description(dictionary->dictEntries);
+  if (!description.dataSource) return ResultCode::Ran;
+  ByteBuffer samples = ReadSamples(*description.dataSource);
+  if (!samples.IsEmpty() && interpreter.generator) {
+    DrawSamples(interpreter, description, std::move(samples));
+  }
+  return ResultCode::Ran;
+}
+
+}  // namespace orxeps::operators

@@ -1,0 +1,68 @@
+// The procedures that are running, innermost on top.
+//
+// Running a procedure, "exec", "if" and "ifelse" put a frame here instead of calling each other, so
+// their nesting costs heap memory and never the machine stack. A frame owns a reference to what it
+// runs: a procedure that is redefined or released while it runs stays alive until its run ends.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "ps/Limits.h"
+#include "ps/ObjectHeap.h"
+#include "ps/PSObject.h"
+
+namespace orxeps {
+
+class ExecutionStack {
+public:
+  [[nodiscard]] std::size_t Depth() const noexcept { return frames.size(); }
+
+  // Starts running the elements of a procedure, as many as it has now. Throws LimitReached
+  // (execstackoverflow).
+  void RunProcedure(PSRef procedure) {
+    const std::int32_t count = procedure->procElements.Count();
+    Add({std::move(procedure), 0, count});
+  }
+  // Starts executing a single object.
+  void RunObject(PSRef object) { Add({std::move(object), kSingleObject, 0}); }
+
+  // Moves on in the topmost frame. Returns the next object to execute, borrowed; null when the
+  // frame came to its end and is gone. A procedure may change while it runs: elements that are not
+  // there any more are passed over.
+  // REQUIRES: Depth() > 0.
+  [[nodiscard]] PSObject* Advance() noexcept {
+    Frame& frame = frames.back();
+    if (frame.next == kSingleObject) {
+      frame.next = 0;
+      return frame.running.Get();
+    }
+    if (frame.next < frame.count && frame.next < frame.running->procElements.Count()) {
+      return frame.running->procElements.At(++frame.next);
+    }
+    frames.pop_back();
+    return nullptr;
+  }
+
+  // Gives up every run.
+  void Abandon() noexcept { frames.clear(); }
+
+private:
+  static constexpr std::int32_t kSingleObject = -1;
+
+  struct Frame {
+    PSRef running;
+    std::int32_t next;  // elements executed so far, or kSingleObject
+    std::int32_t count;
+  };
+
+  void Add(Frame frame) {
+    if (frames.size() >= kMaxExecutionDepth) throw LimitReached{"execstackoverflow"};
+    frames.push_back(std::move(frame));
+  }
+
+  std::vector<Frame> frames;
+};
+
+}  // namespace orxeps

@@ -1,0 +1,39 @@
+// Every ceiling of the interpreter, each far above what real documents need.
+//
+// Meeting one raises the standard PostScript error named beside it. "Fails" means that the operator
+// raises the error and takes no effect beyond consuming operands; "abandons" means that the run is
+// given up as well, back to the main loop, which goes on with the next object of the input.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace orxeps {
+
+// Procedures, "exec", "if" and "ifelse" running inside each other. Abandons: execstackoverflow.
+inline constexpr std::size_t kMaxExecutionDepth = std::size_t{1} << 20;
+// Entries of the operand stack. Abandons: stackoverflow.
+inline constexpr std::int32_t kMaxOperands = std::int32_t{1} << 20;
+// Dictionaries opened with "begin" and not ended, in one pass. Fails: dictstackoverflow.
+inline constexpr std::int32_t kMaxOpenDictionaries = 512;
+// Elements of one new array. Fails: limitcheck.
+inline constexpr std::int32_t kMaxArrayElements = std::int32_t{1} << 20;
+// Objects that one copy of an array or procedure may make. Abandons: limitcheck.
+inline constexpr std::size_t kMaxClonedElements = std::size_t{1} << 20;
+// Executable names that stand for each other. Gives the name up: limitcheck.
+inline constexpr int kMaxNameResolutions = 1000;
+// Bytes of all live objects with their elements, entries and texts. Abandons: VMerror.
+inline constexpr std::size_t kMaxObjectBytes = std::size_t{512} << 20;
+// Graphics states saved and not restored. Fails: limitcheck.
+inline constexpr std::size_t kMaxSavedStates = std::size_t{1} << 18;
+// Points of the current path and all saved ones. Fails: limitcheck.
+inline constexpr std::size_t kMaxPathPoints = std::size_t{1} << 23;
+// Filters attached to one file object. Fails: limitcheck.
+inline constexpr std::int32_t kMaxFilters = 32;
+// Bytes of the samples of one image, encoded or decoded. Fails: limitcheck.
+inline constexpr std::size_t kMaxImageBytes = std::size_t{512} << 20;
+// Steps of 360 degrees by which the angles of an arc are brought in order one at a time; angles
+// farther apart are brought in order at once.
+inline constexpr int kMaxAngleSteps = 100'000;
+
+}  // namespace orxeps
