@@ -11,7 +11,8 @@ namespace {
 // The counter-clockwise case; the other one is its mirror image, bit by bit.
 float RaiseAngle(float first, float last) noexcept {
   const double turns = std::ceil((static_cast<double>(first) - static_cast<double>(last)) / 360.0);
-  // Where single precision rounds the sums up, fewer steps than turns lead there; never half as few.
+  // Where single precision rounds the sums up, fewer steps than turns lead there; never half as
+  // few.
   if (turns <= 2.0 * kMaxAngleSteps) {
     float raised = last;
     for (int step = 0; step <= kMaxAngleSteps; ++step) {

@@ -45,7 +45,7 @@ struct GraphicsState {
   float red = 0.0F;
   float green = 0.0F;
   float blue = 0.0F;
-  float lineWidth = 0.1F;  // already in output units
+  float lineWidth = 0.1F;    // already in output units
   std::int32_t lineCap = 0;  // 10 butt, 11 projecting square, 12 round; 0 never set
 };
 

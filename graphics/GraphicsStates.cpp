@@ -20,8 +20,7 @@ FloatPoint TransformPoint(const ORXMath3x3Matrix& matrix, FloatPoint point) noex
           static_cast<float>(Sum(second.x * x, second.y * y, second.z))};
 }
 
-FloatPoint TransformDisplacement(const ORXMath3x3Matrix& matrix,
-                                 FloatPoint displacement) noexcept {
+FloatPoint TransformDisplacement(const ORXMath3x3Matrix& matrix, FloatPoint displacement) noexcept {
   const ORXMathVector first = matrix.GetFirstColumn();
   const ORXMathVector second = matrix.GetSecondColumn();
   const double dx = displacement.x;

@@ -25,10 +25,16 @@ struct MatrixElements {
   float a, b, c, d, tx, ty;
 
   explicit MatrixElements(const PSObject& array) noexcept
-      : a(At(array, 1)), b(At(array, 2)), c(At(array, 3)), d(At(array, 4)), tx(At(array, 5)),
+      : a(At(array, 1)),
+        b(At(array, 2)),
+        c(At(array, 3)),
+        d(At(array, 4)),
+        tx(At(array, 5)),
         ty(At(array, 6)) {}
 
-  [[nodiscard]] ORXMath3x3Matrix ToMatrix() const noexcept { return MakeMatrix(a, b, c, d, tx, ty); }
+  [[nodiscard]] ORXMath3x3Matrix ToMatrix() const noexcept {
+    return MakeMatrix(a, b, c, d, tx, ty);
+  }
 
 private:
   static float At(const PSObject& array, std::int32_t position) noexcept {

@@ -29,6 +29,10 @@ public:
   [[nodiscard]] std::int32_t Count() const noexcept {
     return table ? static_cast<std::int32_t>(table->count) : 0;
   }
+  // The memory that the table takes, texts not counted.
+  [[nodiscard]] std::size_t ByteCount() const noexcept {
+    return table ? sizeof(Table) + table->capacity * sizeof(Slot) : 0;
+  }
   // The value under exactly this text, or null.
   [[nodiscard]] void* Locate(const ORXUnicodeString& key) const noexcept {
     return Locate(key.Bytes());
@@ -75,25 +79,38 @@ private:
   struct Table {
     explicit Table(std::size_t slotCount)
         : capacity(slotCount), slots(std::make_unique<Slot[]>(slotCount)) {}
-    Table(const Table& other) : Table(other.capacity) {
-      count = other.count;
-      for (std::size_t i = 0; i < capacity; ++i) slots[i] = other.slots[i];
+    // A copy is as small as its entries allow, whatever the other has held before.
+    Table(const Table& other) : Table(CapacityFor(other.count)) {
+      for (std::size_t i = 0; i < other.capacity; ++i) {
+        if (other.slots[i].value) Place(Slot(other.slots[i]));
+      }
     }
     Table(Table&& other, std::size_t slotCount) : Table(slotCount) {
-      count = other.count;
       for (std::size_t i = 0; i < other.capacity; ++i) {
-        if (!other.slots[i].value) continue;
-        std::size_t place = other.slots[i].hash & (capacity - 1);
-        while (slots[place].value) place = (place + 1) & (capacity - 1);
-        slots[place] = std::move(other.slots[i]);
+        if (other.slots[i].value) Place(std::move(other.slots[i]));
       }
+    }
+
+    static std::size_t CapacityFor(std::size_t count) noexcept {
+      std::size_t capacity = kFirstCapacity;
+      while (count * 4 > capacity * 3) capacity *= 2;
+      return capacity;
+    }
+
+    // Puts an entry whose key is not in the table yet into a free slot.
+    void Place(Slot entry) noexcept {
+      std::size_t place = entry.hash & (capacity - 1);
+      while (slots[place].value) place = (place + 1) & (capacity - 1);
+      slots[place] = std::move(entry);
+      ++count;
     }
 
     // The slot that holds the key, or the free slot where it belongs.
     [[nodiscard]] std::size_t Find(const ORXString& key) const noexcept {
       const std::uint32_t hash = key.Hash();
       std::size_t place = hash & (capacity - 1);
-      while (slots[place].value && !(slots[place].hash == hash && slots[place].key.Bytes() == key)) {
+      while (slots[place].value &&
+             !(slots[place].hash == hash && slots[place].key.Bytes() == key)) {
         place = (place + 1) & (capacity - 1);
       }
       return place;

@@ -84,8 +84,6 @@ public:
     if (text.size() == 1) return Clear();
     Adopt(SharedText::Make(text.substr(0, position), text.substr(position + 1)));
   }
-  // Whether other strings hold the same text, so that changing this one copies it.
-  [[nodiscard]] bool IsShared() const noexcept { return shared && shared->holders > 1; }
 
   friend bool operator==(const ORXString& a, const ORXString& b) noexcept {
     if (a.shared == b.shared) return true;

@@ -1,7 +1,7 @@
 // A block of bytes on its way through the decode filters and into an image.
 //
-// The memory comes from the C library's allocator, as that of the framework's decoders does, so that
-// their buffers can be taken over without a copy.
+// The memory comes from the C library's allocator, as that of the framework's decoders does, so
+// that their buffers can be taken over without a copy.
 #pragma once
 
 #include <cstddef>

@@ -67,7 +67,8 @@ void NoteOperand(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& operan
     NoteInteger(operands, operand.intValue);
   } else if (operand.Is(PSObjectType::Boolean)) {
     operands.limit = OperandLimit(operand.boolValue != 0, layout.components);
-  } else if (operand.Is(PSObjectType::Procedure) && layout.sourceCount < std::ssize(operands.sources)) {
+  } else if (operand.Is(PSObjectType::Procedure) &&
+             layout.sourceCount < std::ssize(operands.sources)) {
     operands.sources[static_cast<std::size_t>(layout.sourceCount++)] = {
         FilterOfElement(interpreter, operand, 2), FilterOfElement(interpreter, operand, 4)};
   }
@@ -98,7 +99,7 @@ public:
     bool canRead = false;
     for (std::size_t k = 0; k < sources.size(); ++k) {
       blocks[k] = {};
-      if (!sources[k].reader || !InputIsReadable(interpreter)) continue;
+      if (!CanRead(sources[k].reader) || !InputIsReadable(interpreter)) continue;
       canRead = true;
       ReadBlock(sources[k], blocks[k]);
     }
@@ -120,6 +121,11 @@ public:
   }
 
 private:
+  // Only base-85 text is read from the input; waiting for anything else would go on for ever.
+  static bool CanRead(const DecodeFilter* filter) noexcept {
+    return filter && filter->filterKind == FilterKind::ASCII85;
+  }
+
   // A source without a second filter contributes nothing.
   void ReadBlock(const SampleSource& source, ByteBuffer& block) {
     ByteBuffer encoded;
@@ -175,8 +181,8 @@ ColorSamples ReadColorImageSamples(ORXPrintEPSInterpreter& interpreter, const Sa
       if (!samples.handedBack) RaiseError(interpreter, bytes ? "VMerror" : "limitcheck");
     }
   }
-  const auto step = layout.sourceCount == 1 ? std::size_t{1}
-                                            : static_cast<std::size_t>(layout.components);
+  const auto step =
+      layout.sourceCount == 1 ? std::size_t{1} : static_cast<std::size_t>(layout.components);
   RowReader reader(interpreter, sources);
   for (std::int32_t row = 0; row < layout.height && reader.ReadRow(); ++row) {
     reader.StoreRow(samples.bytes.Bytes(), static_cast<std::size_t>(row), step);
@@ -219,8 +225,8 @@ void DrawUpright(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout
 
 }  // namespace
 
-// width height bits matrix proc1 ... procn bool n colorimage ->; when it fails, the last operand that
-// it looked at stays
+// width height bits matrix proc1 ... procn bool n colorimage ->; when it fails, the last operand
+// that it looked at stays
 ResultCode ColorImage(ORXPrintEPSInterpreter& interpreter) {
   if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
   if (!interpreter.operandStack.Top()->Is(PSObjectType::Integer)) return ResultCode::NoOperand;

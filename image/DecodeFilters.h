@@ -1,9 +1,9 @@
 // The decode filters that image data passes through.
 //
-// An interpreter has one filter of each kind, made on first use and kept as long as the interpreter;
-// every file and every image of the document that uses the kind uses that filter, and parameters
-// stay from one use to the next. Only the base-85 filter can take data from the input; the others
-// decode what it produced.
+// An interpreter has one filter of each kind, made on first use and kept as long as the
+// interpreter; every file and every image of the document that uses the kind uses that filter, and
+// parameters stay from one use to the next. Only the base-85 filter can take data from the input;
+// the others decode what it produced.
 //
 // A status is 0 or more for success and negative for failure.
 #pragma once

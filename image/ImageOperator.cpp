@@ -1,5 +1,5 @@
-// "image" in its dictionary form. The data source is not run: the filters attached to it say how the
-// samples that follow in the input are decoded.
+// "image" in its dictionary form. The data source is not run: the filters attached to it say how
+// the samples that follow in the input are decoded.
 
 #include "image/DecodeFilters.h"
 #include "image/ImagePlacement.h"
@@ -35,7 +35,8 @@ private:
     return value && value->Is(type) ? value : nullptr;
   }
   static void TakeInteger(const ORXHashDico& entries, const char* key, std::int32_t& value) {
-    if (const PSObject* entry = Locate(entries, key, PSObjectType::Integer)) value = entry->intValue;
+    if (const PSObject* entry = Locate(entries, key, PSObjectType::Integer))
+      value = entry->intValue;
   }
 };
 

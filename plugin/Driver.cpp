@@ -76,8 +76,8 @@ void InterpretNext(ORXPrintEPSInterpreter& interpreter) {
   const std::string_view token = ReadToken(interpreter);
   const bool isShowPage = token == "showpage";
   if (isShowPage) interpreter.pageState = PageState::Shown;
-  const PSRef object = token.starts_with('{') ? ReadProcedure(interpreter)
-                                              : ReadObject(interpreter, token);
+  const PSRef object =
+      token.starts_with('{') ? ReadProcedure(interpreter) : ReadObject(interpreter, token);
   if (object && TakesEffect(interpreter, isShowPage)) ExecuteObject(interpreter, object.Get());
 }
 

@@ -40,9 +40,9 @@ struct StandardDictionaries {
 };
 
 enum class PageState : std::int32_t {
-  NoPage = -1,   // no "%%Page:" comment yet
-  Drawing = 1,   // since the last "%%Page:" comment
-  Shown = 2,     // a "showpage" has come since
+  NoPage = -1,  // no "%%Page:" comment yet
+  Drawing = 1,  // since the last "%%Page:" comment
+  Shown = 2,    // a "showpage" has come since
 };
 
 // What the scanner keeps between two tokens.

@@ -7,9 +7,9 @@
 
 namespace orxeps {
 
-// With one page selected everything before the first "%%Page:" comment runs, then the selected page,
-// and of each later page what follows its "showpage". `isShowPage` tells whether the object comes
-// from a "showpage" token.
+// With one page selected everything before the first "%%Page:" comment runs, then the selected
+// page, and of each later page what follows its "showpage". `isShowPage` tells whether the object
+// comes from a "showpage" token.
 [[nodiscard]] inline bool TakesEffect(const ORXPrintEPSInterpreter& interpreter,
                                       bool isShowPage) noexcept {
   const std::uint32_t selected = interpreter.SelectedPage();

@@ -1,8 +1,8 @@
 // Arithmetic, carried out in single precision.
 //
-// A result is a Real if an operand was, otherwise an Integer: the float result truncated. An operand
-// that is no number counts as 0. "neg" and "round" change their operand itself, so that every
-// holder of the object sees it.
+// A result is a Real if an operand was, otherwise an Integer: the float result truncated. An
+// operand that is no number counts as 0. "neg" and "round" change their operand itself, so that
+// every holder of the object sees it.
 
 #include <cmath>
 
@@ -73,7 +73,8 @@ ResultCode IDiv(ORXPrintEPSInterpreter& interpreter) {
   const auto b = static_cast<float>(TakeInteger(interpreter));
   const auto a = static_cast<float>(TakeInteger(interpreter));
   // A quotient by 0 has no place among the integers.
-  return PushInteger(interpreter, b == 0.0F ? TruncateToInteger(INFINITY) : TruncateToInteger(a / b));
+  return PushInteger(interpreter,
+                     b == 0.0F ? TruncateToInteger(INFINITY) : TruncateToInteger(a / b));
 }
 
 // a b mod -> the remainder with the sign of a; 0 when b is 0

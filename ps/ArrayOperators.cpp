@@ -52,7 +52,8 @@ ResultCode ALoad(ORXPrintEPSInterpreter& interpreter) {
   return ResultCode::Ran;
 }
 
-// a1 ... an array astore -> array. The elements keep their identity and take the operands' contents.
+// a1 ... an array astore -> array. The elements keep their identity and take the operands'
+// contents.
 ResultCode AStore(ORXPrintEPSInterpreter& interpreter) {
   if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
   OperandStack& stack = interpreter.operandStack;

@@ -84,8 +84,8 @@ PSRef ReadShortString(ORXPrintEPSInterpreter& interpreter) {
   const int count = static_cast<unsigned char>(length);
   if (count > 0 && !ReadBytes(interpreter, bytes.data(), count)) return {};
   PSRef string = interpreter.heap.Make(PSObjectType::String);
-  string->stringText = ORXString(
-      std::string_view(reinterpret_cast<const char*>(bytes.data()), static_cast<std::size_t>(count)));
+  string->stringText = ORXString(std::string_view(reinterpret_cast<const char*>(bytes.data()),
+                                                  static_cast<std::size_t>(count)));
   interpreter.heap.UpdateCharge(*string);
   return string;
 }

@@ -27,8 +27,8 @@ PSRef TakeOfType(ORXPrintEPSInterpreter& interpreter, PSObjectType type) noexcep
   return {};
 }
 
-// What "if" and "ifelse" do once the second procedure is off the stack. An operand of the wrong type
-// stays; what was taken before it is gone.
+// What "if" and "ifelse" do once the second procedure is off the stack. An operand of the wrong
+// type stays; what was taken before it is gone.
 ResultCode Choose(ORXPrintEPSInterpreter& interpreter, PSRef otherwise) {
   PSRef then = TakeOfType(interpreter, PSObjectType::Procedure);
   if (!then) return ResultCode::Ran;

@@ -11,7 +11,8 @@
 namespace orxeps {
 
 // The value under a key, borrowed, or null.
-[[nodiscard]] inline PSObject* DictLocate(const ORXHashDico& entries, const ORXString& key) noexcept {
+[[nodiscard]] inline PSObject* DictLocate(const ORXHashDico& entries,
+                                          const ORXString& key) noexcept {
   return static_cast<PSObject*>(entries.Locate(key));
 }
 

@@ -8,8 +8,6 @@ namespace orxeps {
 namespace {
 
 constexpr std::size_t kRecordsPerSlab = 256;
-// What one entry costs in a table that is about half full.
-constexpr std::size_t kBytesPerEntry = 48;
 
 }  // namespace
 
@@ -42,10 +40,8 @@ ObjectHeap::~ObjectHeap() {
 std::size_t ObjectHeap::BytesBeyondRecord(const PSObject& object) noexcept {
   const auto elements = static_cast<std::size_t>(object.arrayElements.Count()) +
                         static_cast<std::size_t>(object.procElements.Count());
-  const auto entries = static_cast<std::size_t>(object.dictEntries.Count());
-  // A text that others share is counted where it was made.
-  const std::size_t text = object.stringText.IsShared() ? 0 : object.stringText.Length();
-  return elements * sizeof(PSObject*) + entries * kBytesPerEntry + text;
+  // A text counts for every object that holds it: any of them may be the one that keeps it.
+  return elements * sizeof(PSObject*) + object.dictEntries.ByteCount() + object.stringText.Length();
 }
 
 void ObjectHeap::ReturnToFreeList(PSObject* object) noexcept {

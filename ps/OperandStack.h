@@ -34,7 +34,9 @@ public:
     static_cast<void>(object.Leak());
   }
   // The top entry, borrowed; null when the stack is empty.
-  [[nodiscard]] PSObject* Top() const noexcept { return entries.empty() ? nullptr : entries.back(); }
+  [[nodiscard]] PSObject* Top() const noexcept {
+    return entries.empty() ? nullptr : entries.back();
+  }
   // The entry `depth` below the top. REQUIRES: 0 <= depth < Count().
   [[nodiscard]] PSObject* Below(std::int32_t depth) const noexcept {
     return entries[entries.size() - 1 - static_cast<std::size_t>(depth)];

@@ -71,7 +71,8 @@ inline ResultCode PushShared(ORXPrintEPSInterpreter& interpreter, PSObject* obje
 inline constexpr std::int32_t kNoMark = -1;
 
 // The entries above the topmost mark, or kNoMark.
-[[nodiscard]] inline std::int32_t CountAboveMark(const ORXPrintEPSInterpreter& interpreter) noexcept {
+[[nodiscard]] inline std::int32_t CountAboveMark(
+    const ORXPrintEPSInterpreter& interpreter) noexcept {
   const OperandStack& stack = interpreter.operandStack;
   for (std::int32_t depth = 0; depth < stack.Count(); ++depth) {
     const PSObject* entry = stack.Below(depth);

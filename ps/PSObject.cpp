@@ -70,10 +70,8 @@ PSRef PSObject::CloneWithoutEntries() const {
         to.Append(heap.Make().Leak());
         PSObject* copy = to.Last();
         copy->CopyValuesFrom(*element);
-        if (element->dictEntries.Count() > 0) {
-          copy->ShareEntriesOf(*element);
-          heap.UpdateCharge(*copy);
-        }
+        if (element->dictEntries.Count() > 0) copy->ShareEntriesOf(*element);
+        heap.UpdateCharge(*copy);
         if (HasElements(*element)) pending.push_back({element, copy});
       }
     }

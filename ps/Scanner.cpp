@@ -141,10 +141,16 @@ PSRef MakeObject(ORXPrintEPSInterpreter& interpreter, std::string_view token) {
 }
 
 PSRef ParseNumber(ORXPrintEPSInterpreter& interpreter, std::string_view token) {
-  if (token.find_first_of(".Ee") != std::string_view::npos) {
+  bool isReal = false;
+  bool mayBeReal = false;
+  for (const char c : token) {
+    isReal = isReal || c == '.' || c == 'E';
+    mayBeReal = mayBeReal || c == 'e';
+  }
+  if (isReal || mayBeReal) {
     const double value = ParseReal(token);
     // With nothing but an "e" a token that is worth 0 is no real: "0e5" is nothing at all.
-    if (value != 0.0 || token.find_first_of(".E") != std::string_view::npos) {
+    if (isReal || value != 0.0) {
       PSRef real = interpreter.heap.Make(PSObjectType::Real);
       real->realValue = static_cast<float>(value);
       return real;

@@ -2,8 +2,8 @@
 //
 // A token is a run of regular bytes or a single delimiter. White space separates tokens, comments
 // are skipped; two comments take effect on the way: "%%EOF" ends the pass, and a comment that
-// contains "Page:" begins a page. Inside a string (the parenthesis depth is above 0) white space and
-// bytes of no class belong to the token instead.
+// contains "Page:" begins a page. Inside a string (the parenthesis depth is above 0) white space
+// and bytes of no class belong to the token instead.
 #pragma once
 
 #include <string_view>

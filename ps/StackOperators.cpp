@@ -56,7 +56,8 @@ ResultCode Roll(ORXPrintEPSInterpreter& interpreter) {
   if (count <= 0) return ResultCode::Ran;
   const auto entries = interpreter.operandStack.TopEntries(count);
   const std::int32_t turn = places % count;
-  std::ranges::rotate(entries, turn > 0 ? entries.end() - turn : entries.begin() - turn);
+  std::rotate(entries.begin(), turn > 0 ? entries.end() - turn : entries.begin() - turn,
+              entries.end());
   return ResultCode::Ran;
 }
 
