@@ -11,8 +11,8 @@
 
 // Decodes ASCII base-85 text (five characters for four bytes, "z" for four zero bytes) up to and
 // including its end marker "~>"; white space is skipped. Fails on any other character, on a group
-// above 2^32-1, on a last group of one character, on a "z" inside a group and without end marker.
-// No data before the marker gives success with a length of 0.
+// above 2^32-1, on a last group of one character, on a "z" inside a group, without end marker and
+// when the result is above 1 GiB. No data before the marker gives a buffer of length 0.
 ORX_FRAMEWORK_API int ASCII85Decode(const unsigned char* in, unsigned int length,
                                     unsigned char*& out, unsigned int& outLength,
                                     int reserved) noexcept;

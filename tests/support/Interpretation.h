@@ -73,8 +73,8 @@ private:
 // The operand stack after a program.
 [[nodiscard]] std::string StackAfter(std::string_view program);
 
-// A program, and what it leaves: the operand stack and, behind it, "!" with the error raised last if
-// there was any: "1 2 !rangecheck".
+// A program, and what it leaves: the operand stack and, behind it, "!" with the error raised last
+// if there was any: "1 2 !rangecheck".
 struct Outcome {
   std::string_view program;
   std::string_view expected;

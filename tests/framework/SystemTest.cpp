@@ -1,0 +1,118 @@
+// The small services: modules and factories, hashing, and the settings of a host.
+#include "host/ORXSystem.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <new>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "framework/PropertiesControl.h"
+#include "host/ORXOMModule.h"
+
+namespace orxframework {
+namespace {
+
+void* MakeFirst(void* argument) { return argument; }
+void* MakeSecond(void*) { return nullptr; }
+
+TEST(Modules, ConstructingOneRegistersItsClasses) {
+  constexpr ORXOMRegistrationFunction kTable[] = {
+      nullptr,
+      [] {
+        ORXFillDictionary::Register("TestClass", MakeFirst);
+        return static_cast<ORXOMModule*>(nullptr);
+      },
+      nullptr,
+  };
+  EXPECT_EQ(ORXFillDictionary::Find("TestClass"), nullptr);
+  const ORXOMModule module({std::begin(kTable), std::end(kTable)});
+  EXPECT_EQ(ORXFillDictionary::Find("TestClass"), &MakeFirst);
+  EXPECT_EQ(ORXFillDictionary::Find("TestClas"), nullptr);
+  ORXFillDictionary::Register("TestClass", MakeSecond);
+  EXPECT_EQ(ORXFillDictionary::Find("TestClass"), &MakeSecond);
+}
+
+// All texts that a scanner may meet in quantity: numbered names, and long ones of which little
+// differs. Collisions of the hash, and of its low bits that choose a slot, must be no more than
+// chance makes them.
+TEST(System, HashesOfSimilarTextsSpread) {
+  std::vector<std::string> texts;
+  for (int i = 0; i < 20'000; ++i) texts.push_back(std::string("F").append(std::to_string(i)));
+  for (std::size_t i = 0; i < 2'000; ++i) {
+    texts.emplace_back(2'000, 'x').at(i) = 'y';
+    texts.emplace_back(i + 20, '\0');
+  }
+  std::set<std::uint32_t> hashes;
+  std::vector<unsigned> slots(4096);
+  for (const std::string& text : texts) {
+    const std::uint32_t hash = ORXHashText(text.data(), text.size());
+    EXPECT_EQ(ORXHashText(std::string(text).data(), text.size()), hash);
+    hashes.insert(hash);
+    ++slots[hash % slots.size()];
+  }
+  EXPECT_GE(hashes.size(), texts.size() - 5);
+  unsigned emptySlots = 0;
+  for (const unsigned count : slots) {
+    EXPECT_LT(count, 30U);
+    emptySlots += count == 0 ? 1 : 0;
+  }
+  EXPECT_LT(emptySlots, 60U);  // chance leaves about twelve of them empty
+}
+
+TEST(Properties, AnswerWhatTheHostHasSetUntilTheScopeEnds) {
+  std::vector<std::string> report;
+  {
+    const ScopedProperties scope;
+    PropertiesControl::SetOnErrorAction(OnErrorAction::Stop);
+    PropertiesControl::SetMemoryGauge([](float threshold) { return threshold > 0.5F ? 7 : 0; });
+    PropertiesControl::SetReportSink([&report](PrintInfoType type, const ORXUnicodeString& text) {
+      report.push_back(std::to_string(static_cast<int>(type)) + " " + text.ToUtf8());
+    });
+    EXPECT_EQ(ORXPrintPropertiesManager::GetOnErrorAction(), OnErrorAction::Stop);
+    EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.9F), 7);
+    EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.1F), 0);
+    ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, "one");
+  }
+  EXPECT_EQ(ORXPrintPropertiesManager::GetOnErrorAction(), OnErrorAction::GoOn);
+  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.9F), 0);
+  ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, "two");
+  EXPECT_EQ(report, std::vector<std::string>{"2 one"});
+}
+
+TEST(Properties, WhatACallbackThrowsGoesNoFurther) {
+  const ScopedProperties scope;
+  PropertiesControl::SetMemoryGauge([](float) -> int { throw std::runtime_error("gauge"); });
+  PropertiesControl::SetReportSink(
+      [](PrintInfoType, const ORXUnicodeString&) { throw std::bad_alloc(); });
+  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.9F), 0);
+  ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, "lost");
+}
+
+#if defined(__linux__)
+TEST(Properties, TheMeasurementFollowsTheResidentMemory) {
+  const ScopedProperties scope;
+  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.0F), 1);
+  std::uint64_t limit = 1 << 20;
+  for (; limit < UINT64_MAX / 2; limit *= 2) {
+    PropertiesControl::SetMemoryLimit(limit);
+    if (ORXPrintPropertiesManager::IsLowMemory(1.0F) == 0) break;
+  }
+  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.5F), 1) << limit;
+  // More than half of the limit is in use; as much again is noticed after a millisecond and a few
+  // calls.
+  const std::vector<char> block(limit / 2, 'x');
+  std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  int low = 0;
+  for (int call = 0; call < 20; ++call) low = ORXPrintPropertiesManager::IsLowMemory(1.0F);
+  EXPECT_EQ(low, 1) << block.size();
+}
+#endif
+
+}  // namespace
+}  // namespace orxframework
