@@ -1,0 +1,239 @@
+#include "orxprint/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+#include <utility>
+
+#include "orxprint/Messages.h"
+
+namespace orxprint {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Draws, describes and traces Encapsulated PostScript documents through the print\n"
+    "interpreter plug-in.";
+
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  orxprint render part.eps -o part.pdf\n"
+    "  orxprint render scan.eps -f png -r 300 --area drawing\n"
+    "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
+    "  orxprint info *.eps --json\n"
+    "  orxprint trace part.eps --page 2\n"
+    "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
+    "\n"
+    "A FILE of - is standard input; an output of - is standard output.\n"
+    "\n"
+    "Exit status: 0 all went well; 1 a file could not be read or drawn (the others are\n"
+    "done); 2 wrong usage; 4 a limit stopped the work (what was drawn is written); 5 the\n"
+    "plug-in could not be loaded.";
+
+constexpr const char* kRenderFooter =
+    "The format follows OUT's ending unless -f is given; it is svg without either. Without -o the\n"
+    "output stands beside the input under its name with the new ending; OUT may be a folder.\n"
+    "PDF takes all pages in one file. Several pages of SVG or PNG are numbered, as in name-2.svg,\n"
+    "or where OUT has %d or %03d. Output appears under its name only when it is complete.";
+
+constexpr const char* kInfoFooter =
+    "With --json: an array with an object for each file, in the order given: version (1), file,\n"
+    "pages (or null), pageSize {width, height} in mm (or null), labels and pageSizes (one entry\n"
+    "or null for each page, at most 10000), statistics {curves, lines, arcs, images, "
+    "closedPaths}.\n"
+    "A file that could not be read has null for all of it and the key error; one that a limit\n"
+    "stopped has the key stopped, and one of more pages than were asked about pagesAsked.";
+
+constexpr const char* kTraceFooter =
+    "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
+    "named by the size and CRC-32 of their samples.";
+
+constexpr double kLeastDotsPerInch = 1;
+constexpr double kMostDotsPerInch = 9600;
+
+// A text option as the person wrote it; meaning is given to it after all of them are known.
+struct RawOptions {
+  std::string memoryLimit;
+  std::string timeLimit;
+  std::string format;
+  std::string pages;
+  std::string area = "box";
+};
+
+[[noreturn]] void Refuse(const std::string& option, const std::string& text,
+                         const std::string& expected) {
+  throw CLI::ValidationError(option, "'" + text + "' is not " + expected);
+}
+
+// Bytes with an optional K, M or G, each 1024 times the one before.
+std::uint64_t ParseSize(const std::string& text) {
+  constexpr std::string_view kUnits = "KMG";
+  std::uint64_t size = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, size);
+  const std::string_view unit(stop, static_cast<std::size_t>(end - stop));
+  std::size_t shift = 0;
+  if (unit.size() == 1) {
+    const char upper = unit[0] >= 'a' ? static_cast<char>(unit[0] - 'a' + 'A') : unit[0];
+    shift = kUnits.find(upper) == std::string_view::npos ? 64 : 10 * (kUnits.find(upper) + 1);
+  }
+  const bool isValid = error == std::errc() && size > 0 && unit.size() <= 1 && shift < 64 &&
+                       size <= std::numeric_limits<std::uint64_t>::max() >> shift;
+  if (!isValid) Refuse("--memory-limit", text, "a size such as 500M or 2G");
+  return size << shift;
+}
+
+double ParseSeconds(const std::string& text) {
+  double seconds = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, seconds);
+  if (error != std::errc() || stop != end || !(seconds > 0) || !std::isfinite(seconds)) {
+    Refuse("--time-limit", text, "a number of seconds above 0");
+  }
+  return seconds;
+}
+
+Area ParseArea(const std::string& text) {
+  if (text == "box") return Area::Box;
+  if (text == "page") return Area::Page;
+  if (text != "drawing") Refuse("--area", text, "box, page or drawing");
+  return Area::Drawing;
+}
+
+Format ChooseFormat(const std::string& text, const RenderOptions& render) {
+  if (!text.empty()) {
+    const std::optional<Format> format = ParseFormat(text);
+    if (!format) Refuse("--format", text, "a format: svg, pdf, png or none");
+    return *format;
+  }
+  if (render.output.empty() || render.output == "-") return Format::Svg;
+  const std::optional<Format> format = FormatOfName(render.output);
+  if (format) return *format;
+  if (std::filesystem::is_directory(render.output)) return Format::Svg;
+  throw CLI::ValidationError("--output", "the ending of '" + render.output +
+                                             "' says no format: use .svg, .pdf or .png, or -f");
+}
+
+void RequireOneOutputForEach(const RenderOptions& render) {
+  const bool isShared = render.files.size() > 1 && !render.output.empty() &&
+                        !std::filesystem::is_directory(render.output);
+  if (!isShared || render.format == Format::None) return;
+  throw CLI::ValidationError(
+      "--output", "'" + render.output + "' is one output for several files: name a folder");
+}
+
+// The command line as CLI11 sees it, filling a request.
+class Parser {
+public:
+  Parser() {
+    app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
+    app.footer(kFooter);
+    app.require_subcommand(1);
+    AddCommonOptions(app);
+    AddRender();
+    AddInfo();
+    AddTrace();
+  }
+
+  std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
+    try {
+      app.parse(argumentCount, arguments);
+      return Finish();
+    } catch (const CLI::Success& help) {
+      app.exit(help);
+      return Status::Done;
+    } catch (const CLI::ParseError& error) {
+      Tell(error.what());
+      std::fputs("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n", stderr);
+      return Status::WrongUsage;
+    }
+  }
+
+private:
+  void AddCommonOptions(CLI::App& command) {
+    command.add_option("--units", common.units, "Unit of coordinates inside the interpreter")
+        ->type_name("mm|pt")
+        ->check(CLI::IsMember({"mm", "pt"}));
+    command.add_option("--plugin", common.plugin, "The plug-in's file")->type_name("PATH");
+    command
+        .add_option("--memory-limit", raw.memoryLimit,
+                    "Memory to use at most, in bytes or with K, M or G")
+        ->type_name("SIZE");
+    command.add_option("--time-limit", raw.timeLimit, "Stop work on each file after this time")
+        ->type_name("SECONDS");
+  }
+
+  CLI::App* AddCommand(const char* name, const char* description, const char* footer) {
+    CLI::App* command = app.add_subcommand(name, description);
+    command->footer(footer);
+    AddCommonOptions(*command);
+    return command;
+  }
+
+  void AddRender() {
+    renderCommand = AddCommand("render", "Draw documents as SVG, PDF or PNG", kRenderFooter);
+    renderCommand->add_option("FILE", render.files, "Documents to draw")->required();
+    renderCommand->add_option("-o,--output", render.output, "Where to draw to")->type_name("OUT");
+    renderCommand
+        ->add_option("-f,--format", raw.format, "svg, pdf, png, or none: interpret and discard")
+        ->type_name("FORMAT");
+    renderCommand->add_option("-r,--resolution", render.dotsPerInch, "Dots per inch of a PNG (150)")
+        ->type_name("DPI")
+        ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
+    renderCommand->add_option("--pages,--page", raw.pages, "Draw these pages only: 1,3-5,7-")
+        ->type_name("LIST");
+    renderCommand
+        ->add_option("--area", raw.area,
+                     "Show the document's box, the page from its origin, or the drawing's extent")
+        ->type_name("box|page|drawing");
+  }
+
+  void AddInfo() {
+    infoCommand = AddCommand("info", "Print pages, sizes, labels and statistics", kInfoFooter);
+    infoCommand->add_option("FILE", info.files, "Documents to describe")->required();
+    infoCommand->add_flag("--json", info.json, "Print for programs");
+  }
+
+  void AddTrace() {
+    traceCommand = AddCommand("trace", "Print every drawing call", kTraceFooter);
+    traceCommand->add_option("FILE", trace.file, "Document to trace")->required();
+    traceCommand->add_option("--page", trace.page, "Select this page only")->type_name("N");
+    traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
+  }
+
+  Request Finish() {
+    if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
+    if (!raw.timeLimit.empty()) common.timeLimit = ParseSeconds(raw.timeLimit);
+    if (infoCommand->parsed()) return {common, info};
+    if (traceCommand->parsed()) return {common, trace};
+    render.area = ParseArea(raw.area);
+    render.format = ChooseFormat(raw.format, render);
+    RequireOneOutputForEach(render);
+    if (!raw.pages.empty()) {
+      render.pages = ParsePageList(raw.pages);
+      if (!render.pages) Refuse("--pages", raw.pages, "a list of pages such as 1,3-5,7-");
+    }
+    return {common, render};
+  }
+
+  CLI::App app{kDescription, "orxprint"};
+  CLI::App* renderCommand = nullptr;
+  CLI::App* infoCommand = nullptr;
+  CLI::App* traceCommand = nullptr;
+  CommonOptions common;
+  RawOptions raw;
+  RenderOptions render;
+  InfoOptions info;
+  TraceOptions trace;
+};
+
+}  // namespace
+
+std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments) {
+  return Parser().Parse(argumentCount, arguments);
+}
+
+}  // namespace orxprint

@@ -1,0 +1,55 @@
+// What the person asked for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "orxprint/Failure.h"
+#include "orxprint/OutputNames.h"
+#include "orxprint/PageList.h"
+
+namespace orxprint {
+
+// What a drawing shows.
+enum class Area { Box, Page, Drawing };
+
+struct CommonOptions {
+  std::string units;                // "mm", "pt" or empty: as the environment says
+  std::string plugin;               // empty: the usual places
+  std::uint64_t memoryLimit = 0;    // bytes; 0: what the machine has
+  std::optional<double> timeLimit;  // seconds for each file
+};
+
+struct RenderOptions {
+  std::vector<std::string> files;
+  std::string output;  // empty: beside the input
+  Format format = Format::Svg;
+  double dotsPerInch = 150;
+  std::optional<PageList> pages;  // none: all
+  Area area = Area::Box;
+};
+
+struct InfoOptions {
+  std::vector<std::string> files;
+  bool json = false;
+};
+
+struct TraceOptions {
+  std::string file;
+  std::optional<std::uint32_t> page;  // none: all
+  bool samples = false;
+};
+
+struct Request {
+  CommonOptions common;
+  std::variant<RenderOptions, InfoOptions, TraceOptions> command;
+};
+
+// The request, or the status to end with when help was given or the usage was wrong; the person
+// has then been told.
+std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments);
+
+}  // namespace orxprint

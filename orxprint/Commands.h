@@ -1,0 +1,21 @@
+// The commands. Each does its work on all its files, tells the person what went wrong, and returns
+// the gravest status.
+#pragma once
+
+#include "orxprint/CommandLine.h"
+#include "orxprint/Document.h"
+#include "orxprint/Plugin.h"
+
+namespace orxprint {
+
+[[nodiscard]] Status Render(const Plugin& plugin, const CommonOptions& common,
+                            const RenderOptions& options);
+[[nodiscard]] Status Info(const Plugin& plugin, const CommonOptions& common,
+                          const InfoOptions& options);
+[[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,
+                           const TraceOptions& options);
+
+// Opens a document and warns when it does not begin like one. Throws Failure.
+[[nodiscard]] Document OpenDocument(const std::string& file);
+
+}  // namespace orxprint

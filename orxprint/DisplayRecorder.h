@@ -1,0 +1,79 @@
+// A generator that keeps what it is sent in a display list.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+#include "host/PrintGenerator.h"
+#include "orxprint/DisplayList.h"
+
+namespace orxprint {
+
+// A stroke is everything between one attribute call and the next, so that its joins come out right.
+class DisplayRecorder final : public PrintGenerator {
+public:
+  // What a list may grow to, for painting it takes memory as well.
+  struct Budget {
+    std::size_t bytes = SIZE_MAX;
+    std::size_t bytesPerShape = 0;
+    std::size_t bytesPerPoint = 0;
+  };
+
+  DisplayRecorder() = default;
+  // Calls `full` with every shape that is kept beyond the budget.
+  DisplayRecorder(Budget listBudget, std::function<void()> full)
+      : budget(listBudget), onFull(std::move(full)) {}
+
+  [[nodiscard]] const DisplayList& List() const { return list; }
+
+  int NewPage() override;
+  int MoveTo(float x, float y) override;
+  int LineTo(float x, float y) override;
+  int FillArea(int contourCount, int* pointCounts, float* points) override;
+  int DrawImage(float x, float y, int flags, ORXPixelImage* image) override;
+  int DefineColor(int index, float red, float green, float blue) override;
+  int SetLineColor(int index) override;
+  int SetFillColor(int index) override;
+  int SetLineWidth(float width) override;
+  int SetLineCap(int cap) override;
+  int SetFillRule(int rule) override;
+
+private:
+  static constexpr std::size_t kColours = 256;
+
+  [[nodiscard]] Colour ColourAt(int index) const;
+  int EndStroke();
+  void NeedStroke();
+  void CheckBudget() const;
+
+  Budget budget;
+  std::function<void()> onFull;
+  DisplayList list;
+  std::array<Colour, kColours> palette;
+  int lineColour = 0;
+  int fillColour = 0;
+  float lineWidth = 0;
+  LineCap lineCap = LineCap::Butt;
+  Shape::Kind fillRule = Shape::Kind::WindingFill;
+  bool strokeIsOpen = false;
+};
+
+// Drops everything, for runs whose time alone is of interest.
+class NullGenerator final : public PrintGenerator {
+public:
+  int NewPage() override { return 0; }
+  int MoveTo(float, float) override { return 0; }
+  int LineTo(float, float) override { return 0; }
+  int FillArea(int, int*, float*) override { return 0; }
+  int DrawImage(float, float, int, ORXPixelImage*) override { return 0; }
+  int DefineColor(int, float, float, float) override { return 0; }
+  int SetLineColor(int) override { return 0; }
+  int SetFillColor(int) override { return 0; }
+  int SetLineWidth(float) override { return 0; }
+  int SetLineCap(int) override { return 0; }
+  int SetFillRule(int) override { return 0; }
+};
+
+}  // namespace orxprint

@@ -1,0 +1,25 @@
+// What ends the work on one file, and with which status the program then ends.
+#pragma once
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace orxprint {
+
+// The statuses that the program ends with. Of several files the gravest counts.
+enum class Status : int {
+  Done = 0,
+  FileFailed = 1,  // a file could not be read or drawn
+  WrongUsage = 2,
+  LimitReached = 4,  // a limit stopped the work
+  NoPlugin = 5,
+};
+
+inline Status Gravest(Status a, Status b) { return std::max(a, b); }
+
+// A file cannot be read, drawn or written; the text says why and is shown behind the file's name.
+struct Failure : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+}  // namespace orxprint

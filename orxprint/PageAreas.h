@@ -1,0 +1,18 @@
+// Which part of the plane a drawing shows.
+#pragma once
+
+#include <vector>
+
+#include "orxprint/CommandLine.h"
+#include "orxprint/InterpreterRun.h"
+#include "orxprint/PageWriter.h"
+
+namespace orxprint {
+
+// Gives every page its area. The box is that of the page or the document; without one the page from
+// its origin serves, and without that the extent of what is drawn. Throws Failure for a page that
+// nothing gives an area.
+void ChooseAreas(const Plugin& plugin, const Document& document, const Limits& limits, Area area,
+                 Units units, std::vector<PageToWrite>& pages);
+
+}  // namespace orxprint

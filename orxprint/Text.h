@@ -1,0 +1,21 @@
+// Texts that leave the program: numbers as the trace writes them, and words of documents made
+// harmless before a person's terminal sees them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orxprint {
+
+// Appends the shortest text that reads back as the same float; "inf", "-inf" and "nan" otherwise.
+void AppendFloat(std::string& text, float value);
+
+// A number for people: at most six digits, no trailing zeros.
+[[nodiscard]] std::string ShortNumber(double value);
+
+// The text with every control character, every byte that is not UTF-8 and every character that
+// changes the direction of writing replaced by an escape such as \x1b or \u202e. A backslash
+// stays as it is.
+[[nodiscard]] std::string EscapeForTerminal(std::string_view text);
+
+}  // namespace orxprint

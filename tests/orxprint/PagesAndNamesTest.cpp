@@ -1,0 +1,78 @@
+// Page lists, and the names of outputs.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "orxprint/Failure.h"
+#include "orxprint/OutputNames.h"
+#include "orxprint/PageList.h"
+
+namespace orxprint {
+namespace {
+
+// The pages that a list selects of seven, or the message that refuses it.
+std::string Selected(const std::string& text) {
+  const std::optional<PageList> list = ParsePageList(text);
+  if (!list) return "no list";
+  try {
+    std::string pages;
+    for (const std::uint32_t page : SelectPages(*list, 7)) pages += std::to_string(page) + " ";
+    return pages;
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+}
+
+TEST(PageList, SelectsInItsOrderAndRefusesWhatIsNotThere) {
+  const std::string outOfRange = " is out of range: the document has 7 pages";
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"1", "1 "},
+      {"1,3-5,7-", "1 3 4 5 7 "},
+      {"5-", "5 6 7 "},
+      {"6,2,2-3,6", "6 2 3 "},
+      {"8", "page 8" + outOfRange},
+      {"6-9", "page 9" + outOfRange},
+      {"9-", "page 9" + outOfRange},
+      {"4294967295", "page 4294967295" + outOfRange},
+      {"", "no list"},
+      {"0", "no list"},
+      {"1,", "no list"},
+      {"-3", "no list"},
+      {"3-1", "no list"},
+      {"1--2", "no list"},
+      {"1 2", "no list"},
+      {"+1", "no list"},
+      {"4294967296", "no list"},
+  };
+  for (const auto& [text, pages] : cases) EXPECT_EQ(Selected(text), pages) << text;
+}
+
+TEST(PageList, IsBoundedWhateverTheDocumentSays) {
+  EXPECT_THROW((void)SelectPages(*ParsePageList("1-"), 4'000'000'000U), Failure);
+  EXPECT_EQ(SelectPages(*ParsePageList("4294967295-"), 4294967295U).size(), 1U);
+}
+
+TEST(OutputNames, FormatFollowsTheEnding) {
+  const std::vector<std::pair<std::string, std::optional<Format>>> cases = {
+      {"a.svg", Format::Svg},   {"a.b.PDF", Format::Pdf},       {"dir.svg/a.png", Format::Png},
+      {"a.none", std::nullopt}, {"dir.pdf/name", std::nullopt}, {"a", std::nullopt},
+      {".svg", std::nullopt},   {"dir/.svg", std::nullopt},     {"a.", std::nullopt},
+      {"a.svgz", std::nullopt},
+  };
+  for (const auto& [name, format] : cases) EXPECT_EQ(FormatOfName(name), format) << name;
+}
+
+TEST(OutputNames, NumbersStandBeforeTheEndingOrWhereTheNameSays) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"name.svg", "name-12.svg"}, {"name", "name-12"},           {"dir.x/name", "dir.x/name-12"},
+      {"p%d.svg", "p12.svg"},      {"%03d/%d.png", "012/%d.png"}, {"%1d", "12"},
+      {"100%.svg", "100%-12.svg"}, {"%s%d.svg", "%s12.svg"},
+  };
+  for (const auto& [name, numbered] : cases) EXPECT_EQ(NumberedName(name, 12), numbered);
+  EXPECT_TRUE(HasNumberPlace("a%02d.png"));
+  EXPECT_FALSE(HasNumberPlace("a%x.png"));
+}
+
+}  // namespace
+}  // namespace orxprint

@@ -1,0 +1,117 @@
+// Numbers, escapes, checksums and the lines of the trace.
+#include "orxprint/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "host/ORXPixelImage.h"
+#include "orxprint/Crc32.h"
+#include "orxprint/TraceGenerator.h"
+
+namespace orxprint {
+namespace {
+
+std::string FloatText(float value) {
+  std::string text;
+  AppendFloat(text, value);
+  return text;
+}
+
+TEST(FloatText, IsTheShortestThatReadsBack) {
+  constexpr float kInfinity = std::numeric_limits<float>::infinity();
+  const std::vector<std::pair<float, std::string>> cases = {
+      {0.0F, "0"},
+      {-0.0F, "-0"},
+      {3.5277777F, "3.5277777"},
+      {0.1F, "0.1"},
+      {-25.4F, "-25.4"},
+      {16777216.0F, "16777216"},
+      {1e10F, "1e+10"},
+      {1.17549435e-38F, "1.1754944e-38"},
+      {std::numeric_limits<float>::denorm_min(), "1e-45"},
+      {kInfinity, "inf"},
+      {-kInfinity, "-inf"},
+      {std::numeric_limits<float>::quiet_NaN(), "nan"},
+      {-std::numeric_limits<float>::quiet_NaN(), "nan"},
+  };
+  for (const auto& [value, text] : cases) EXPECT_EQ(FloatText(value), text);
+  for (float value = 1e-40F; std::isfinite(value); value *= -1.37F) {
+    EXPECT_EQ(std::strtof(FloatText(value).c_str(), nullptr), value);
+  }
+}
+
+TEST(EscapeForTerminal, LeavesNothingThatATerminalObeys) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"plain \xC3\xA9 \xE2\x82\xAC", "plain \xC3\xA9 \xE2\x82\xAC"},
+      {"\x1b[31mred", "\\x1b[31mred"},
+      {"a\nb\tc\x7f", "a\\x0ab\\x09c\\x7f"},
+      {"\xC2\x9B", "\\u009b"},              // a control character of two bytes
+      {"\xE2\x80\xAE", "\\u202e"},          // writes backwards
+      {"\xFF\xC3", "\\xff\\xc3"},           // no UTF-8
+      {"\xC0\xAF", "\\xc0\\xaf"},           // longer than it need be
+      {"\xED\xA0\x80", "\\xed\\xa0\\x80"},  // half of a pair
+      {"\xF4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},
+  };
+  for (const auto& [text, escaped] : cases) EXPECT_EQ(EscapeForTerminal(text), escaped);
+}
+
+// One bit after the other, from the definition.
+std::uint32_t SlowCrc(const std::vector<unsigned char>& bytes) {
+  std::uint32_t state = ~0U;
+  for (const unsigned char byte : bytes) {
+    state ^= byte;
+    for (int bit = 0; bit < 8; ++bit) state = state >> 1 ^ ((state & 1) != 0 ? 0xEDB88320U : 0);
+  }
+  return ~state;
+}
+
+TEST(Crc32, AgreesWithItsDefinitionAtEveryLength) {
+  const std::string digits = "123456789";
+  EXPECT_EQ(Crc32(std::vector<unsigned char>(digits.begin(), digits.end())), 0xCBF43926U);
+  std::vector<unsigned char> bytes;
+  for (unsigned i = 0; i < 40; ++i) {
+    EXPECT_EQ(Crc32(bytes), SlowCrc(bytes)) << bytes.size();
+    bytes.push_back(static_cast<unsigned char>(i * 77 + 3));
+  }
+}
+
+TEST(TraceGenerator, WritesEveryCallAsOneLine) {
+  std::string text;
+  TraceGenerator trace(TraceGenerator::Samples::Written,
+                       [&text](std::string_view piece) { text += piece; });
+  int counts[] = {2, 1};
+  float points[] = {0, 0, 3.5277777F, 0, -1, 0.5F};
+  unsigned char samples[] = {0x12, 0xAB};
+  ORXPixelImage image(2, 1, ORXPixelImageFormat::Grey8, samples,
+                      ORXDeallocatePixels::KeepWithCaller);
+  image.SetXPixelSize(0.5F);
+  image.SetYPixelSize(-2);
+  trace.NewPage();
+  trace.DefineColor(255, 1, 0.5F, 0);
+  trace.SetLineColor(255);
+  trace.SetLineCap(10);
+  trace.SetLineWidth(0.1F);
+  trace.MoveTo(-0.0F, 10);
+  trace.LineTo(1, 2);
+  trace.SetFillColor(255);
+  trace.SetFillRule(1);
+  trace.FillArea(2, counts, points);
+  trace.DrawImage(10, 20, 0, &image);
+  trace.Report("low\x1b");
+  trace.Flush();
+  EXPECT_EQ(text,
+            "NewPage()\nDefineColor(255, 1, 0.5, 0)\nSetLineColor(255)\nSetLineCap(10)\n"
+            "SetLineWidth(0.1)\nMoveTo(-0, 10)\nLineTo(1, 2)\nSetFillColor(255)\nSetFillRule(1)\n"
+            "FillArea(2, [2, 1], [0, 0, 3.5277777, 0, -1, 0.5])\n"
+            "DrawImage(10, 20, 0, {width: 2, height: 1, format: 0, xPixelSize: 0.5, "
+            "yPixelSize: -2, bytes: 2, crc32: 7829184c, samples: 12ab})\n"
+            "report: low\\x1b\n");
+}
+
+}  // namespace
+}  // namespace orxprint
