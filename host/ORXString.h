@@ -60,7 +60,9 @@ public:
   }
   // The hash that a string of this text has; never 0.
   [[nodiscard]] static std::uint32_t HashOf(std::string_view text) noexcept {
-    return text.empty() ? kEmptyHash : ORXHashText(text.data(), text.size()) | 1U;
+    if (text.empty()) return kEmptyHash;
+    const std::uint32_t hash = ORXHashText(text.data(), text.size());
+    return hash ? hash : kEmptyHash;
   }
 
   void Clear() noexcept {

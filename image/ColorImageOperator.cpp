@@ -158,29 +158,31 @@ std::optional<ORXPixelImageFormat> FormatOf(std::int32_t components) noexcept {
 
 // The samples of an image with what became of them.
 struct ColorSamples {
-  bool handedBack = false;  // there is an image, even if no format fits it
-  ByteBuffer bytes;
+  bool handedBack = false;  // there is an image, even if it has no layout that could be drawn
+  ByteBuffer bytes;         // empty for an image that cannot be drawn
 };
 
-// Whether the sources fit the components, so that their samples make an image.
-bool SourcesFit(const SampleLayout& layout) noexcept {
-  return layout.sourceCount == 1 || layout.sourceCount == layout.components;
+// Makes room for the samples. One source may bring any components, several bring one each; three
+// that do not fit their components still count as an image, four do not.
+ColorSamples PrepareSamples(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout) {
+  ColorSamples samples;
+  const bool sourcesFit = layout.sourceCount == 1 || layout.sourceCount == layout.components;
+  if (layout.width <= 0 || layout.height <= 0) return samples;
+  samples.handedBack = sourcesFit || layout.sourceCount == 3;
+  const auto format = FormatOf(layout.components);
+  if (!sourcesFit || !format) return samples;
+  const auto bytes = LayoutBytes(layout.width, layout.height, *format);
+  if (bytes) samples.bytes = ByteBuffer::Zeroed(*bytes);
+  samples.handedBack = !samples.bytes.IsEmpty();
+  if (!samples.handedBack) RaiseError(interpreter, bytes ? "VMerror" : "limitcheck");
+  return samples;
 }
 
 // Reads all rows from the input, whether or not they make an image.
 ColorSamples ReadColorImageSamples(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout,
                                    std::span<const SampleSource> sources) {
-  ColorSamples samples;
-  if (layout.sourceCount == 0 || layout.sourceCount == 2) return samples;
-  if (SourcesFit(layout) && layout.width > 0 && layout.height > 0) {
-    samples.handedBack = true;
-    if (const auto format = FormatOf(layout.components)) {
-      const auto bytes = LayoutBytes(layout.width, layout.height, *format);
-      if (bytes) samples.bytes = ByteBuffer::Zeroed(*bytes);
-      samples.handedBack = !samples.bytes.IsEmpty();
-      if (!samples.handedBack) RaiseError(interpreter, bytes ? "VMerror" : "limitcheck");
-    }
-  }
+  if (layout.sourceCount == 0 || layout.sourceCount == 2) return {};
+  ColorSamples samples = PrepareSamples(interpreter, layout);
   const auto step =
       layout.sourceCount == 1 ? std::size_t{1} : static_cast<std::size_t>(layout.components);
   RowReader reader(interpreter, sources);
@@ -237,10 +239,9 @@ ResultCode ColorImage(ORXPrintEPSInterpreter& interpreter) {
                            .first(static_cast<std::size_t>(layout.sourceCount));
   ColorSamples samples = ReadColorImageSamples(interpreter, layout, sources);
   if (!samples.handedBack) return ResultCode::NoOperand;
-  const auto format = FormatOf(layout.components);
-  if (format && operands.bitsPerComponent == 8 && interpreter.generator) {
-    ORXPixelImage image(layout.width, layout.height, *format, samples.bytes.Data(),
-                        ORXDeallocatePixels::KeepWithCaller);
+  if (!samples.bytes.IsEmpty() && operands.bitsPerComponent == 8 && interpreter.generator) {
+    ORXPixelImage image(layout.width, layout.height, *FormatOf(layout.components),
+                        samples.bytes.Data(), ORXDeallocatePixels::KeepWithCaller);
     DrawUpright(interpreter, layout, image);
   }
   interpreter.operandStack.Drop(1);
