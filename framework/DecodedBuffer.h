@@ -9,7 +9,7 @@
 namespace orxframework {
 
 // No decoder hands out more than this. A few bytes of input can ask for gigabytes.
-inline constexpr std::size_t kMaxDecodedBytes = std::size_t{1} << 30;
+inline constexpr std::size_t kMaxDecodedBytes = std::size_t{512} << 20;
 
 struct FreeMemory {
   void operator()(unsigned char* memory) const noexcept { std::free(memory); }

@@ -10,7 +10,7 @@ namespace orxframework {
 
 namespace {
 
-constexpr std::size_t kBufferBytes = 64 * 1024;
+constexpr std::size_t kBufferBytes = std::size_t{64} << 10;
 
 #if defined(_WIN32)
 std::FILE* OpenForReading(const std::filesystem::path& path) {

@@ -68,6 +68,7 @@ ORXPixelImage::ORXPixelImage(const ORXPixelImage& other) noexcept
       xPixelSize(other.xPixelSize),
       yPixelSize(other.yPixelSize) {}
 
+// cppcheck-suppress operatorEqVarError ; the references are to the object and stay with it
 ORXPixelImage& ORXPixelImage::operator=(const ORXPixelImage& other) noexcept {
   width = other.width;
   height = other.height;

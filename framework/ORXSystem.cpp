@@ -56,13 +56,13 @@ HashKeys MakeHashKeys() noexcept {
 }
 
 std::uint64_t Load64(const char* bytes) noexcept {
-  std::uint64_t word;
+  std::uint64_t word = 0;
   std::memcpy(&word, bytes, sizeof word);
   return word;
 }
 
 std::uint64_t Load32(const char* bytes) noexcept {
-  std::uint32_t word;
+  std::uint32_t word = 0;
   std::memcpy(&word, bytes, sizeof word);
   return word;
 }

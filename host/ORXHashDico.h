@@ -2,12 +2,13 @@
 // table never looks at what its pointers point to, and owns none of it; a value is never null.
 //
 // A table is one pointer wide and allocates nothing while it is empty. It probes linearly, keeps
-// itself at most three quarters full, and closes the gap when an entry is removed.
+// itself at most three quarters full, closes the gap when an entry is removed, and shrinks.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "host/ORXUnicodeString.h"
@@ -60,7 +61,9 @@ public:
     if (!table) return nullptr;
     const std::size_t place = table->Find(key.Bytes());
     void* value = table->slots[place].value;
-    if (value) table->Erase(place);
+    if (!value) return nullptr;
+    table->Erase(place);
+    if (table->count * 8 < table->capacity && table->capacity > kFirstCapacity) Shrink();
     return value;
   }
   void RemoveAll() noexcept { table.reset(); }
@@ -134,6 +137,14 @@ private:
     std::size_t count = 0;
     std::unique_ptr<Slot[]> slots;
   };
+
+  // A table that has become nearly empty costs as much to copy as a full one. Without the memory
+  // for a smaller one it stays.
+  void Shrink() noexcept try {
+    table = std::make_unique<Table>(std::move(*table), Table::CapacityFor(table->count * 2));
+  } catch (const std::bad_alloc&) {
+    return;
+  }
 
   std::unique_ptr<Table> table;
 };

@@ -12,14 +12,14 @@
 // Decodes ASCII base-85 text (five characters for four bytes, "z" for four zero bytes) up to and
 // including its end marker "~>"; white space is skipped. Fails on any other character, on a group
 // above 2^32-1, on a last group of one character, on a "z" inside a group, without end marker and
-// when the result is above 1 GiB. No data before the marker gives a buffer of length 0.
+// when the result is above 512 MiB. No data before the marker gives a buffer of length 0.
 ORX_FRAMEWORK_API int ASCII85Decode(const unsigned char* in, unsigned int length,
                                     unsigned char*& out, unsigned int& outLength,
                                     int reserved) noexcept;
 
 // Decodes the run-length encoding of the PostScript language: 0 to 127 copies that many bytes and
 // one more, 129 to 255 repeats one byte 257 minus that many times, 128 ends the data. A missing
-// end is accepted; a run cut short fails, and so does a result above 1 GiB.
+// end is accepted; a run cut short fails, and so does a result above 512 MiB.
 ORX_FRAMEWORK_API int RunLengthDecode(const unsigned char* in, unsigned int length,
                                       unsigned char*& out, unsigned int& outLength,
                                       int reserved) noexcept;

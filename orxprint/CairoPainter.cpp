@@ -11,8 +11,10 @@ namespace orxprint {
 namespace {
 
 constexpr double kPointsPerMillimetre = 72.0 / 25.4;
-// A quarter of what 24.8 fixed point holds leaves room for wide strokes and their joins.
-constexpr double kSafePixels = 2'000'000;
+// How far from the origin Cairo still rasterizes lines without fault; pages reach half as far.
+constexpr double kSafePixels = 60'000;
+// What 24.8 fixed point holds, with room for wide strokes and their joins.
+constexpr double kSafePoints = 2'000'000;
 constexpr double kMiterLimit = 10;
 // Sizes are taken as equal when they differ by no more than this share.
 constexpr double kSameSize = 0.001;
@@ -107,13 +109,14 @@ Point CairoPainter::ToPage(float x, float y) const {
   return {x * scale - pageArea.left, pageArea.top - y * scale};
 }
 
-Box CairoPainter::SafeRange() const {
-  const double reach = kSafePixels / pixelsPerPoint;
-  return {-reach, -reach, reach, reach};
+double CairoPainter::Reach() const {
+  return canvas == Canvas::Pixels ? kSafePixels / pixelsPerPoint : kSafePoints;
 }
 
+Box CairoPainter::SafeRange() const { return {-Reach(), -Reach(), Reach(), Reach()}; }
+
 bool CairoPainter::GatherContour(std::span<const float> coordinates) {
-  const double reach = kSafePixels / pixelsPerPoint;
+  const double reach = Reach();
   bool isSafe = true;
   contour.clear();
   for (std::size_t i = 0; i < coordinates.size(); i += 2) {
@@ -147,7 +150,7 @@ void CairoPainter::PaintStroke(const DisplayList& list, const Shape& shape) {
   SetColour(shape.colour);
   const double leastWidth = canvas == Canvas::Pixels ? 1 / pixelsPerPoint : 0;
   const double width = std::isnan(shape.lineWidth) ? 0 : shape.lineWidth * kPointsPerMillimetre;
-  cairo_set_line_width(cairo, std::clamp(width, leastWidth, kSafePixels / pixelsPerPoint));
+  cairo_set_line_width(cairo, std::clamp(width, leastWidth, Reach()));
   cairo_set_line_cap(cairo, CairoCap(shape.cap));
   cairo_stroke(cairo);
 }
@@ -191,10 +194,9 @@ void CairoPainter::SetColour(const Colour& colour) {
 
 void CairoPainter::PaintImage(const PlacedImage& image) {
   const std::optional<Box> extent = image.Extent();
-  const double reach = kSafePixels / pixelsPerPoint / scale;
-  const bool isPaintable = extent &&
-                           std::max(std::abs(extent->left), std::abs(extent->right)) < reach &&
-                           std::max(std::abs(extent->bottom), std::abs(extent->top)) < reach;
+  const bool isPaintable =
+      extent &&
+      std::max({-extent->left, -extent->bottom, extent->right, extent->top}) * scale < kSafePoints;
   if (!isPaintable) {
     ++losses.images;
     return;
@@ -211,6 +213,18 @@ void CairoPainter::PaintImage(const PlacedImage& image) {
   FillWithImage(image, reduction, std::min(pixelsX * reduction.x, pixelsY * reduction.y));
 }
 
+// The image's box as the path.
+void CairoPainter::AddOutline(const PlacedImage& image) {
+  const double left = image.x * scale - pageArea.left;
+  const double bottom = pageArea.top - image.y * scale;
+  const double right = left + image.samples.width * double{image.xPixelSize} * scale;
+  const double top = bottom - image.samples.height * double{image.yPixelSize} * scale;
+  cairo_new_path(cairo);
+  AddLine(
+      ClipArea(Polyline{{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}},
+               SafeRange()));
+}
+
 // Works in a space whose unit is a sample, first row at y 0. A surface pixel whose block of samples
 // reaches over the image's edge is cut off there.
 void CairoPainter::FillWithImage(const PlacedImage& image, Reduction reduction,
@@ -218,9 +232,9 @@ void CairoPainter::FillWithImage(const PlacedImage& image, Reduction reduction,
   const ImageSamples& samples = image.samples;
   const double left = image.x * scale - pageArea.left;
   const double top = pageArea.top - (image.y + samples.height * double{image.yPixelSize}) * scale;
+  AddOutline(image);
   cairo_translate(cairo, left, top);
   cairo_scale(cairo, image.xPixelSize * scale, image.yPixelSize * scale);
-  cairo_rectangle(cairo, 0, 0, samples.width, samples.height);
   if (canvas == Canvas::Pixels) {
     FillWithPixels(samples, reduction, pixelsPerSurfacePixel);
   } else if (canvas == Canvas::Stencils && StaysBilevel(samples, reduction)) {

@@ -28,7 +28,7 @@ enum class Canvas {
 // What could not be painted.
 struct Losses {
   std::uint64_t points = 0;  // not finite
-  std::uint64_t images = 0;  // without a finite area
+  std::uint64_t images = 0;  // without an area, or of one beyond all bounds
   std::optional<Stop> stop;  // why painting ended early
 };
 
@@ -48,6 +48,8 @@ public:
 
 private:
   [[nodiscard]] Point ToPage(float x, float y) const;
+  // How far from the page's corner coordinates may lie, and the same as a box.
+  [[nodiscard]] double Reach() const;
   [[nodiscard]] Box SafeRange() const;
   void LookAtLimits();
   void PaintShape(const DisplayList& list, const Shape& shape);
@@ -61,6 +63,7 @@ private:
   // at.
   void AddPixelRectangle();
   void PaintImage(const PlacedImage& image);
+  void AddOutline(const PlacedImage& image);
   void FillWithImage(const PlacedImage& image, Reduction reduction, double pixelsPerSurfacePixel);
   void FillWithPixels(const ImageSamples& samples, Reduction reduction,
                       double pixelsPerSurfacePixel);

@@ -131,7 +131,7 @@ public:
   Parser() {
     app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
     app.footer(kFooter);
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);  // none is refused below, in better words
     AddCommonOptions(app);
     AddRender();
     AddInfo();
@@ -207,6 +207,10 @@ private:
   Request Finish() {
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseSeconds(raw.timeLimit);
+    if (app.get_subcommands().empty()) {
+      throw CLI::ParseError("a command is required: render, info or trace",
+                            CLI::ExitCodes::RequiredError);
+    }
     if (infoCommand->parsed()) return {common, info};
     if (traceCommand->parsed()) return {common, trace};
     render.area = ParseArea(raw.area);

@@ -1,5 +1,6 @@
 #include "orxprint/Platform.h"
 
+#include <csignal>
 #include <cstdlib>
 
 #if defined(_WIN32)
@@ -9,7 +10,6 @@
 #else
 #  include <dlfcn.h>
 #  include <pthread.h>
-#  include <signal.h>
 #  include <unistd.h>
 #  if defined(__APPLE__)
 #    include <mach-o/dyld.h>

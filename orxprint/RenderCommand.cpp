@@ -169,7 +169,7 @@ private:
   // Files of one command must not replace each other.
   void Claim(const std::string& name) {
     if (name == "-" || fs::is_other(fs::status(name))) return;
-    if (!written.insert(fs::weakly_canonical(name)).second) {
+    if (!written.insert(fs::weakly_canonical(fs::absolute(name))).second) {
       throw Failure("the output " + name + " is that of another document");
     }
   }
@@ -181,11 +181,11 @@ private:
     if (isBlank) Warn(document.Name(), "nothing was drawn");
     if (losses.points > 0) {
       Warn(document.Name(),
-           std::to_string(losses.points) + " points without finite coordinates were left out");
+           "points without finite coordinates left out: " + std::to_string(losses.points));
     }
     if (losses.images > 0) {
       Warn(document.Name(),
-           std::to_string(losses.images) + " images without a finite area were left out");
+           "images without a drawable area left out: " + std::to_string(losses.images));
     }
     if (losses.stop) Tell(document.Name(), "painting " + Describe(*losses.stop));
   }

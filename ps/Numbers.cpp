@@ -35,7 +35,7 @@ constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
 // power of ten are then exact in a double, and their quotient is the nearest double. False, and
 // nothing read, for any other.
 bool ParseShortReal(std::string_view number, double& value) noexcept {
-  if (number.size() >= std::size(kPowersOfTen)) return false;
+  if (number.size() >= std::size(kPowersOfTen) || number == "." || number.empty()) return false;
   std::int64_t digits = 0;
   std::size_t behindPoint = 0;
   bool pointMet = false;

@@ -87,21 +87,23 @@ PSRef PSObject::Clone() const {
   return clone;
 }
 
+// The values come first: where the source holds this object as an element, what is copied of it is
+// already what it has become.
 void PSObject::AssignFrom(const PSObject& source) {
-  if (HasElements(source)) {
-    const PSRef copy = source.CloneWithoutEntries();
-    arrayElements.Reserve(copy->arrayElements.Count());
-    procElements.Reserve(copy->procElements.Count());
-    for (ObjectList PSObject::*list : {&PSObject::arrayElements, &PSObject::procElements}) {
-      ObjectList& elements = (*copy).*list;
-      for (std::int32_t i = 1; i <= elements.Count(); ++i) (this->*list).Append(elements.At(i));
-      elements.RemoveAll();
-    }
-  }
-  if (&source == this) return heap.UpdateCharge(*this);
   const PSRef alive = PSRef::Retain(this);
-  if (dictEntries.Count() > 0 || source.dictEntries.Count() > 0) ShareEntriesOf(source);
-  CopyValuesFrom(source);
+  if (&source != this) CopyValuesFrom(source);
+  for (ObjectList PSObject::*list : {&PSObject::arrayElements, &PSObject::procElements}) {
+    const std::int32_t count = (source.*list).Count();
+    if (count == 0) continue;
+    (this->*list).Reserve(count);
+    for (std::int32_t i = 1; i <= count; ++i) {
+      (this->*list).Append((source.*list).At(i)->Clone().Leak());
+    }
+    heap.UpdateCharge(*this);
+  }
+  if (&source != this && (dictEntries.Count() > 0 || source.dictEntries.Count() > 0)) {
+    ShareEntriesOf(source);
+  }
   heap.UpdateCharge(*this);
 }
 

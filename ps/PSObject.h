@@ -86,7 +86,7 @@ public:
   // Takes over the content of another object and keeps identity and references: values and texts
   // are overwritten, copies of the other's elements are appended to the own ones, the dictionary is
   // replaced. From itself it appends copies of the elements it has. Throws LimitReached as Clone
-  // does, and then changes nothing.
+  // does; what was taken over until then stays.
   void AssignFrom(const PSObject& source);
 
 private:

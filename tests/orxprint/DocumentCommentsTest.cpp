@@ -14,6 +14,8 @@
 namespace orxprint {
 namespace {
 
+using namespace std::string_literals;
+
 using orxframework::MemoryInputStream;
 
 DocumentComments CommentsOf(const std::string& document) {
@@ -104,7 +106,7 @@ TEST(DocumentComments, KeepEveryLineThatTheLibraryAnswersFrom) {
       "%%PageBoundingBox: 0 0 300 400\n0 0 moveto\n%%Page: iii 3\n%%EOF\n%%BoundingBox: 0 0 9 9",
       "%!\r%%Pages:\t(atend)\r%%BoundingBox:\t10 20 110 220\r%%Page: 2\r%%Page: a b 1\r%%Pages: 5",
       "%!\r\n%%Pages: 1 1\r\n(text) %%BoundingBox: 1 2 3 4\r\n%%Page: 1 2 3 4\r\n%%Pages: 3 1 \r\n",
-      std::string("\0%%Pages: 2\n\0\0%%Page: z 2\nbinary\0%%PageBoundingBox: 1 1 5 5\n", 62),
+      "\0%%Pages: 2\n\0\0%%Page: z 2\nbinary\0%%PageBoundingBox: 1 1 5 5\n"s,
       "%%Pages: -1\n%%BoundingBox: 0 0 9999999999 12.5\n%%Page:  spaced   1 ",
       "nothing at all",
       "",

@@ -1,0 +1,48 @@
+// Sample data as documents carry it, and the calls that images make, for tests of images.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <regex>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "tests/support/Interpretation.h"
+
+namespace orxtests {
+
+// Base-85 text with its end marker.
+inline std::string Ascii85(std::string_view bytes) {
+  std::string text;
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(4, bytes.size()))) {
+    const std::size_t count = std::min<std::size_t>(4, bytes.size());
+    std::uint32_t group = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+      group = group << 8 | (i < count ? static_cast<unsigned char>(bytes[i]) : 0U);
+    }
+    char digits[5];
+    for (int i = 4; i >= 0; --i, group /= 85) digits[i] = static_cast<char>('!' + group % 85);
+    text.append(digits, count + 1);
+  }
+  return text + "~>";
+}
+
+// Run-length data of one run of different bytes, with its end.
+inline std::string RunLength(std::string_view bytes) {
+  return static_cast<char>(bytes.size() - 1) + std::string(bytes) + '\x80';
+}
+
+inline std::string Text(std::span<const unsigned char> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+// The calls of a program, images in short: "4x2 format 0 at 10 20 pixels 2 2: <samples>".
+inline std::string ImagesOf(std::string_view program) {
+  static const std::regex kCall(
+      R"(DrawImage\(([^,]*), ([^,]*), 0, \{width: (\d+), height: (\d+), format: (\d), )"
+      R"(xPixelSize: ([^,]*), yPixelSize: ([^,]*), bytes: \d+, crc32: \w+, samples: (\w*)\}\)\n)");
+  return std::regex_replace(CallsOf(program), kCall, "$3x$4 format $5 at $1 $2 pixels $6 $7: $8");
+}
+
+}  // namespace orxtests

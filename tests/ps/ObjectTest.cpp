@@ -1,0 +1,171 @@
+// Objects and the heap that they live on: references, copies, circles, depth.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ps/Dictionaries.h"
+#include "ps/ObjectHeap.h"
+#include "tests/support/Interpretation.h"
+
+namespace orxtests {
+namespace {
+
+using orxeps::LimitReached;
+using orxeps::ObjectHeap;
+using orxeps::PSObject;
+using orxeps::PSObjectType;
+using orxeps::PSRef;
+
+PSRef MakeInteger(ObjectHeap& heap, std::int32_t value) {
+  PSRef object = heap.Make(PSObjectType::Integer);
+  object->intValue = value;
+  return object;
+}
+
+template <typename... Elements>
+PSRef MakeArray(ObjectHeap& heap, Elements... elements) {
+  PSRef array = heap.Make(PSObjectType::Array);
+  (array->arrayElements.Append(elements.Leak()), ...);
+  return array;
+}
+
+TEST(Objects, LiveUntilTheirLastReferenceIsReleased) {
+  ObjectHeap heap;
+  PSObject* element = MakeInteger(heap, 5).Leak();
+  PSObject* array = MakeArray(heap, PSRef::Retain(element)).Leak();
+  array->AddRef();
+  array->Release();
+  EXPECT_EQ(heap.LiveCount(), 2U);
+  array->Release();
+  EXPECT_EQ(heap.LiveCount(), 1U);
+  EXPECT_EQ(element->refCount, 1U);
+  element->Release();
+  EXPECT_EQ(heap.LiveCount(), 0U);
+  // A record that comes back is as new as the first.
+  const PSRef fresh = heap.Make();
+  EXPECT_EQ(fresh->type, PSObjectType::None);
+  EXPECT_EQ(fresh->literal, 1);
+  EXPECT_EQ(fresh->intValue, 0);
+  EXPECT_TRUE(fresh->arrayElements.IsEmpty());
+}
+
+TEST(Objects, CloneCopiesElementsDeeplyAndSharesDictionaryValues) {
+  ObjectHeap heap;
+  PSRef dictionary = heap.Make(PSObjectType::Dictionary);
+  PSObject* value = MakeInteger(heap, 7).Leak();
+  DictInsert(heap, *dictionary, "value", PSRef::Adopt(value));
+  const PSRef array =
+      MakeArray(heap, MakeArray(heap, MakeInteger(heap, 1)), PSRef::Retain(dictionary.Get()));
+  const PSRef clone = array->Clone();
+  const PSObject* inner = clone->arrayElements.At(1);
+  EXPECT_NE(inner, array->arrayElements.At(1));
+  EXPECT_NE(inner->arrayElements.At(1), array->arrayElements.At(1)->arrayElements.At(1));
+  EXPECT_EQ(inner->arrayElements.At(1)->intValue, 1);
+  EXPECT_NE(clone->arrayElements.At(2), dictionary.Get());
+  EXPECT_EQ(orxeps::DictLocate(clone->arrayElements.At(2)->dictEntries, "value"), value);
+  EXPECT_EQ(value->refCount, 2U);
+  EXPECT_EQ(clone->refCount, 1U);
+}
+
+TEST(Objects, AssignFromAppendsElementsAndReplacesTheDictionary) {
+  ObjectHeap heap;
+  const PSRef three =
+      MakeArray(heap, MakeInteger(heap, 1), MakeInteger(heap, 2), MakeInteger(heap, 3));
+  const PSRef two = MakeArray(heap, MakeInteger(heap, 4), MakeInteger(heap, 5));
+  const PSObject* kept = three->arrayElements.At(3);
+  three->AddRef();
+  three->AssignFrom(*two);
+  three->Release();
+  EXPECT_EQ(three->refCount, 1U);
+  ASSERT_EQ(three->arrayElements.Count(), 5);
+  EXPECT_EQ(three->arrayElements.At(3), kept);
+  EXPECT_EQ(three->arrayElements.At(5)->intValue, 5);
+  EXPECT_NE(three->arrayElements.At(5), two->arrayElements.At(2));
+  three->AssignFrom(*three);
+  EXPECT_EQ(three->arrayElements.Count(), 10);
+  EXPECT_EQ(three->arrayElements.At(10)->intValue, 5);
+
+  const PSRef source = heap.Make(PSObjectType::Dictionary);
+  const PSRef target = heap.Make(PSObjectType::Dictionary);
+  DictInsert(heap, *source, "target", PSRef::Retain(target.Get()));
+  DictInsert(heap, *target, "old", MakeInteger(heap, 1));
+  const std::size_t before = heap.LiveCount();
+  target->AssignFrom(*source);
+  EXPECT_EQ(heap.LiveCount(), before - 1) << "the value replaced is still alive";
+  // Now the target holds itself, without a reference.
+  EXPECT_EQ(orxeps::DictLocate(target->dictEntries, "target"), target.Get());
+  EXPECT_EQ(target->refCount, 2U);
+}
+
+TEST(Objects, ADictionaryThatHoldsItselfHoldsNoReference) {
+  ObjectHeap heap;
+  PSRef dictionary = heap.Make(PSObjectType::Dictionary);
+  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  EXPECT_EQ(dictionary->refCount, 1U);
+  DictInsert(heap, *dictionary, "self", MakeInteger(heap, 1));
+  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  EXPECT_EQ(dictionary->refCount, 1U);
+  EXPECT_EQ(heap.LiveCount(), 1U);
+  EXPECT_FALSE(orxeps::DictRemove(*dictionary, "self"));
+  EXPECT_EQ(dictionary->dictEntries.Count(), 0);
+  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  // Another dictionary with the same entries counts it like any other value.
+  const PSRef clone = dictionary->Clone();
+  EXPECT_EQ(dictionary->refCount, 2U);
+  dictionary = PSRef();
+  EXPECT_EQ(heap.LiveCount(), 2U);
+}
+
+TEST(Objects, CirclesAreSweptWithTheHeap) {
+  for (const char* program :
+       {"/a [0] def a 0 a put", "/a [0] def /b [a] def a 0 b put",
+        "/d 1 dict def d /e << /d d >> put", "currentdict /all [userdict currentdict] put"}) {
+    Interpretation interpretation(program);
+    interpretation.ExpectCircles();
+    static_cast<void>(interpretation.Draw());
+    EXPECT_EQ(interpretation.Error(), "") << program;
+  }
+}
+
+TEST(Objects, NestOutOfTheMachineStacksSight) {
+  ObjectHeap heap;
+  PSRef outer = heap.Make(PSObjectType::Array);
+  for (int depth = 0; depth < 300'000; ++depth) {
+    PSRef around = heap.Make(depth % 2 ? PSObjectType::Array : PSObjectType::Dictionary);
+    if (depth % 2) {
+      around->arrayElements.Append(outer.Leak());
+    } else {
+      DictInsert(heap, *around, "inner", std::move(outer));
+    }
+    outer = std::move(around);
+  }
+  outer = PSRef();
+  EXPECT_EQ(heap.LiveCount(), 0U);
+  PSRef array = heap.Make(PSObjectType::Array);
+  for (int depth = 0; depth < 100'000; ++depth) array = MakeArray(heap, std::move(array));
+  const PSRef clone = array->Clone();
+  EXPECT_EQ(heap.LiveCount(), 200'002U);
+}
+
+TEST(Objects, CopiesWithoutEndMeetTheirCeilingAndLeaveNothing) {
+  ObjectHeap heap;
+  PSRef array = heap.Make(PSObjectType::Array);
+  array->arrayElements.Append(PSRef::Retain(array.Get()).Leak());
+  EXPECT_THROW(static_cast<void>(array->Clone()), LimitReached);
+  EXPECT_THROW(array->AssignFrom(*array), LimitReached);
+  EXPECT_EQ(heap.LiveCount(), 1U);
+  EXPECT_EQ(array->arrayElements.Count(), 1);
+}
+
+TEST(Objects, StayWithinTheBudgetOfBytes) {
+  Interpretation interpretation(
+      "1000000 array 1000000 array 1000000 array 1000000 array 1000000 array\n"
+      "cleartomark 1000000 array length");
+  static_cast<void>(interpretation.Draw());
+  EXPECT_EQ(interpretation.Error(), "VMerror");
+  EXPECT_EQ(interpretation.Stack(), "1000000");
+}
+
+}  // namespace
+}  // namespace orxtests
