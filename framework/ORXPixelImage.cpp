@@ -66,7 +66,8 @@ ORXPixelImage::ORXPixelImage(const ORXPixelImage& other) noexcept
       pixels(other.pixels),
       ownPixels(other.ownPixels),
       xPixelSize(other.xPixelSize),
-      yPixelSize(other.yPixelSize) {}
+      yPixelSize(other.yPixelSize),
+      linesRunUpwards(other.linesRunUpwards) {}
 
 // cppcheck-suppress operatorEqVarError ; the references are to the object and stay with it
 ORXPixelImage& ORXPixelImage::operator=(const ORXPixelImage& other) noexcept {
@@ -77,6 +78,7 @@ ORXPixelImage& ORXPixelImage::operator=(const ORXPixelImage& other) noexcept {
   ownPixels = other.ownPixels;
   xPixelSize = other.xPixelSize;
   yPixelSize = other.yPixelSize;
+  linesRunUpwards = other.linesRunUpwards;
   return *this;  // whoever counts this object goes on counting it
 }
 
@@ -109,8 +111,11 @@ int ORXPixelImage::InvertLineProgression() noexcept {
   for (; upper < lower; upper += rowBytes, lower -= rowBytes) {
     std::swap_ranges(upper, upper + rowBytes, lower);
   }
+  linesRunUpwards = !linesRunUpwards;
   return 1;
 }
+
+bool ORXPixelImage::LinesRunUpwards() const noexcept { return linesRunUpwards; }
 
 ORXPixelImage* ORXPixelImage::CreateRotatedImage(int degrees) const noexcept {
   if (degrees != 180) return nullptr;

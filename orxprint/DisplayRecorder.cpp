@@ -90,7 +90,13 @@ int DisplayRecorder::FillArea(int contourCount, int* pointCounts, float* points)
 int DisplayRecorder::DrawImage(float x, float y, int /*flags*/, ORXPixelImage* image) {
   EndStroke();
   if (image->ByteCount() == 0) return 0;
-  list.AddImage({CopySamples(*image), x, y, image->GetXPixelSize(), image->GetYPixelSize()});
+  float rowHeight = image->GetYPixelSize();
+  if (image->LinesRunUpwards()) {
+    // Rows that run upwards fill the same box from its other end.
+    y += static_cast<float>(image->Height()) * rowHeight;
+    rowHeight = -rowHeight;
+  }
+  list.AddImage({CopySamples(*image), x, y, image->GetXPixelSize(), rowHeight});
   return 0;
 }
 

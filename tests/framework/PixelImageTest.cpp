@@ -71,6 +71,8 @@ TEST(PixelImage, TurningOverMovesEveryPixelOfEveryFormat) {
       const CountedImage turned(image.CreateRotatedImage(180));
       ORXPixelImage flipped = *CountedImage(image.CreateRotatedImage(180));
       ASSERT_EQ(flipped.InvertLineProgression(), 1);
+      EXPECT_TRUE(flipped.LinesRunUpwards());
+      EXPECT_FALSE(turned->LinesRunUpwards());
       EXPECT_EQ(turned->GetXPixelSize(), 2.5F);
       for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {

@@ -150,7 +150,6 @@ int UseEverything(std::string_view document, const Trouble& trouble, int firstCa
 
 constexpr Trouble kTroubles[] = {
     {"EverythingFails", Call::Any, Fault::Refuses, -1},
-    {"EverythingSaysItFailed", Call::Any, Fault::Contradicts, -1},
     {"ReadByteFails", Call::ReadByte, Fault::Refuses, INT_MIN},
     {"ReadByteSaysItFailed", Call::ReadByte, Fault::Contradicts, -1},
     {"ReadFails", Call::Read, Fault::Refuses, -1},

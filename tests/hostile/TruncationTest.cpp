@@ -16,7 +16,7 @@ namespace orxtests {
 namespace {
 
 // The bytes that all prefixes of one document together may have.
-constexpr std::size_t kBytesPerDocument = std::size_t{2} << 20;
+constexpr std::size_t kBytesPerDocument = std::size_t{1} << 20;
 
 // Each prefix lies in memory of its own size, so that reading beyond its end is seen.
 void RunPrefixes(const std::string& document, std::size_t objectsAllowed) {
