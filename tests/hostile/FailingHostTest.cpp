@@ -169,12 +169,16 @@ constexpr Trouble kTroubles[] = {
     {"EndNotCleared", Call::ClearEndOfFile, Fault::Refuses, -1},
 };
 
+// Where there are more calls than this the faults are spread among them.
+constexpr int kMostPlaces = 200;
+
 class FailingInput : public testing::TestWithParam<Trouble> {};
 
-TEST_P(FailingInput, HarmsNothingWhicheverCallItIs) {
+TEST_P(FailingInput, HarmsNothingWhereverItFails) {
   for (const std::string& document : TenDocuments()) {
     const int calls = UseEverything(document, GetParam(), INT_MAX, false);
-    for (int first = 1; first <= calls; ++first) {
+    const int stride = 1 + calls / kMostPlaces;
+    for (int first = 1; first <= calls; first += stride) {
       UseEverything(document, GetParam(), first, false);
       UseEverything(document, GetParam(), first, true);
       ASSERT_FALSE(HasFailure()) << "from call " << first << " in:\n" << document;
