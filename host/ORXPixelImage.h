@@ -43,8 +43,9 @@ public:
 
   // Reverses the order of the rows in place. Returns 1, or 0 when the image has no rows.
   int InvertLineProgression() noexcept;
-  // Whether the rows run upwards: their order is the reverse of what it was when the image was made.
-  // A device draws the first row of such an image at the bottom, so that it shows the same picture.
+  // Whether the rows run upwards: their order is the reverse of what it was when the image was
+  // made. A device draws the first row of such an image at the bottom, so that it shows the same
+  // picture.
   [[nodiscard]] bool LinesRunUpwards() const noexcept;
   // A new counted image, this one turned by 180 degrees; null for any other angle and when memory
   // runs out.
