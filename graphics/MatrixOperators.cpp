@@ -93,8 +93,7 @@ ResultCode Matrix(ORXPrintEPSInterpreter& interpreter) {
     array->arrayElements.Append(element.Leak());
   }
   interpreter.heap.UpdateCharge(*array);
-  interpreter.operandStack.Push(std::move(array));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(array));
 }
 
 // matrix currentmatrix -> matrix. The elements keep their types.
@@ -144,8 +143,7 @@ ResultCode ScaleMatrix(ORXPrintEPSInterpreter& interpreter) {
   const PSRef sx = TakeOperand(interpreter);
   array->arrayElements.At(1)->AssignFrom(*sx);
   array->arrayElements.At(4)->AssignFrom(*sy);
-  interpreter.operandStack.Push(std::move(array));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(array));
 }
 
 }  // namespace

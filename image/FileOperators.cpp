@@ -15,8 +15,7 @@ namespace orxeps::operators {
 ResultCode CurrentFile(ORXPrintEPSInterpreter& interpreter) {
   PSRef file = interpreter.heap.Make(PSObjectType::File);
   file->fileSource = interpreter.inputStream;
-  interpreter.operandStack.Push(std::move(file));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(file));
 }
 
 namespace {

@@ -76,15 +76,14 @@ void InterpretNext(ORXPrintEPSInterpreter& interpreter) {
   const std::string_view token = ReadToken(interpreter);
   const bool isShowPage = token == "showpage";
   if (isShowPage) interpreter.pageState = PageState::Shown;
+  if (interpreter.heap.IsFull()) {
+    // Nothing can run any more, so the rest is only looked through for page comments.
+    RaiseError(interpreter, "VMerror");
+    return;
+  }
   const PSRef object =
       token.starts_with('{') ? ReadProcedure(interpreter) : ReadObject(interpreter, token);
   if (object && TakesEffect(interpreter, isShowPage)) ExecuteObject(interpreter, object.Get());
-}
-
-// A ceiling or the end of memory gives up what runs; the input goes on behind it.
-void AbandonRun(ORXPrintEPSInterpreter& interpreter, const char* error) noexcept {
-  RaiseError(interpreter, error);
-  interpreter.executionStack.Abandon();
 }
 
 void InterpretNextWithinLimits(ORXPrintEPSInterpreter& interpreter) noexcept {
@@ -112,6 +111,7 @@ void RunMainLoop(ORXPrintEPSInterpreter& interpreter) {
 // Whether the program could begin to run.
 bool RunPass(ORXPrintEPSInterpreter& interpreter) noexcept {
   try {
+    interpreter.heap.BeginPass();
     BuildStandardDictionaries(interpreter);
     interpreter.inputStream->Seek(0, 0);
     RunMainLoop(interpreter);

@@ -21,8 +21,7 @@ ResultCode Array(ORXPrintEPSInterpreter& interpreter) {
     array->arrayElements.Append(interpreter.heap.Make(PSObjectType::Null).Leak());
   }
   interpreter.heap.UpdateCharge(*array);
-  interpreter.operandStack.Push(std::move(array));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(array));
 }
 
 // mark a1 ... an ] -> array; does nothing without a mark
@@ -36,8 +35,7 @@ ResultCode EndArray(ORXPrintEPSInterpreter& interpreter) {
   stack.Forget(count);
   stack.Drop(1);
   interpreter.heap.UpdateCharge(*array);
-  stack.Push(std::move(array));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(array));
 }
 
 // array aload -> a1 ... an array, sharing the elements
@@ -48,8 +46,7 @@ ResultCode ALoad(ORXPrintEPSInterpreter& interpreter) {
   PSRef array = stack.Take();
   const ObjectList& elements = array->arrayElements;
   for (std::int32_t i = 1; i <= elements.Count(); ++i) stack.Push(PSRef::Retain(elements.At(i)));
-  stack.Push(std::move(array));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(array));
 }
 
 // a1 ... an array astore -> array. The elements keep their identity and take the operands'
@@ -66,8 +63,7 @@ ResultCode AStore(ORXPrintEPSInterpreter& interpreter) {
     if (!operand) return ResultCode::NoOperand;
     array->arrayElements.At(position)->AssignFrom(*operand);
   }
-  stack.Push(std::move(array));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(array));
 }
 
 }  // namespace orxeps::operators

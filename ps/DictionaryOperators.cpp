@@ -11,8 +11,7 @@ namespace orxeps::operators {
 ResultCode Dict(ORXPrintEPSInterpreter& interpreter) {
   if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
   interpreter.operandStack.Drop(1);
-  interpreter.operandStack.Push(interpreter.heap.Make(PSObjectType::Dictionary));
-  return ResultCode::Ran;
+  return PushResult(interpreter, interpreter.heap.Make(PSObjectType::Dictionary));
 }
 
 // mark key1 value1 ... keyn valuen >> -> dictionary. A key that is no name is the empty text; of a
@@ -27,8 +26,7 @@ ResultCode EndDictionary(ORXPrintEPSInterpreter& interpreter) {
                PSRef::Retain(stack.Below(depth - 1)));
   }
   stack.Drop(count + 1);
-  stack.Push(std::move(dictionary));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(dictionary));
 }
 
 // dictionary begin ->

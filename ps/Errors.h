@@ -20,4 +20,11 @@ inline ResultCode RaiseError(ORXPrintEPSInterpreter& interpreter, const char* er
   return ResultCode::Failed;
 }
 
+// Raises the error of a ceiling and gives up whatever runs, back to the main loop. What meets a
+// ceiling in the middle of its work throws LimitReached instead, and the main loop does this.
+inline ResultCode AbandonRun(ORXPrintEPSInterpreter& interpreter, const char* error) noexcept {
+  interpreter.executionStack.Abandon();
+  return RaiseError(interpreter, error);
+}
+
 }  // namespace orxeps

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "ps/Dictionaries.h"
+#include "ps/Operands.h"
 
 namespace orxeps {
 
@@ -40,7 +41,7 @@ void BeginExecution(ORXPrintEPSInterpreter& interpreter, PSObject* object) {
       return;
     }
   }
-  interpreter.operandStack.Push(PSRef::Retain(object));
+  PushShared(interpreter, object);
 }
 
 // Goes on with what runs until only `depth` frames are left.

@@ -8,7 +8,9 @@
 // One heap belongs to one interpreter and so to one thread.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -35,7 +37,7 @@ public:
   // LimitReached (VMerror) when the budget is used up and std::bad_alloc when memory is.
   [[nodiscard]] PSRef Make() {
     if (!freeList) AddSlab();
-    if (liveBytes > kMaxObjectBytes - sizeof(PSObject)) throw LimitReached{"VMerror"};
+    if (IsFull()) throw LimitReached{"VMerror"};
     liveBytes += sizeof(PSObject);
     ++liveCount;
     return PSRef::Adopt(TakeFree());
@@ -53,8 +55,17 @@ public:
     liveBytes -= object.chargedBytes;
     object.chargedBytes = bytes;
     liveBytes += bytes;
-    if (liveBytes > kMaxObjectBytes) throw LimitReached{"VMerror"};
+    if (liveBytes > budget) throw LimitReached{"VMerror"};
   }
+
+  // Whether the budget allows no further object.
+  [[nodiscard]] bool IsFull() const noexcept { return liveBytes + sizeof(PSObject) > budget; }
+  // Gives a pass room to begin, whatever earlier passes left alive.
+  void BeginPass() noexcept { budget = std::max(kMaxObjectBytes, liveBytes + kMinPassObjectBytes); }
+
+  // Counts the marks that were written over objects which may lie anywhere already.
+  void NoteMarkWritten() noexcept { ++marksWritten; }
+  [[nodiscard]] std::uint64_t MarksWritten() const noexcept { return marksWritten; }
 
   // Objects made and not yet destroyed.
   [[nodiscard]] std::size_t LiveCount() const noexcept { return liveCount; }
@@ -83,6 +94,8 @@ private:
   PSObject* condemned = nullptr;  // objects without holders whose contents are still to be released
   std::size_t liveCount = 0;
   std::size_t liveBytes = 0;
+  std::size_t budget = kMaxObjectBytes;
+  std::uint64_t marksWritten = 0;
 };
 
 }  // namespace orxeps

@@ -5,6 +5,8 @@
 // "roll", "copy", "]") reach them directly.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -17,6 +19,8 @@ namespace orxeps {
 
 class OperandStack {
 public:
+  static constexpr std::int32_t kNoMark = -1;
+
   OperandStack() noexcept = default;
   OperandStack(const OperandStack&) = delete;
   OperandStack& operator=(const OperandStack&) = delete;
@@ -27,9 +31,11 @@ public:
   }
   [[nodiscard]] bool IsEmpty() const noexcept { return entries.empty(); }
 
+  [[nodiscard]] bool IsFull() const noexcept { return Count() >= kMaxOperands; }
+
   // Throws LimitReached (stackoverflow) when the stack is full; the reference is then released.
   void Push(PSRef object) {
-    if (Count() >= kMaxOperands) throw LimitReached{"stackoverflow"};
+    if (IsFull()) throw LimitReached{"stackoverflow"};
     entries.push_back(object.Get());
     static_cast<void>(object.Leak());
   }
@@ -46,6 +52,7 @@ public:
     if (entries.empty()) return {};
     PSObject* top = entries.back();
     entries.pop_back();
+    unmarkedEnd = std::min(unmarkedEnd, entries.size());
     return PSRef::Adopt(top);
   }
   // Releases the top `count` entries, the top first. REQUIRES: 0 <= count <= Count().
@@ -57,15 +64,38 @@ public:
   // The top `count` entries, deepest first; rearranging them keeps every reference.
   // REQUIRES: 0 <= count <= Count().
   [[nodiscard]] std::span<PSObject*> TopEntries(std::int32_t count) noexcept {
-    return std::span(entries).last(static_cast<std::size_t>(count));
+    const auto size = static_cast<std::size_t>(count);
+    unmarkedEnd = std::min(unmarkedEnd, entries.size() - size);
+    return std::span(entries).last(size);
   }
   // Forgets the top `count` entries; their references are the caller's now.
   void Forget(std::int32_t count) noexcept {
     entries.resize(entries.size() - static_cast<std::size_t>(count));
+    unmarkedEnd = std::min(unmarkedEnd, entries.size());
+  }
+
+  // The entries above the topmost mark, or kNoMark. `marksWritten` is the heap's count: when it has
+  // changed, what was searched before may hold a mark now.
+  [[nodiscard]] std::int32_t CountAboveMark(std::uint64_t marksWritten) noexcept {
+    if (marksSeen != marksWritten) unmarkedEnd = 0;
+    marksSeen = marksWritten;
+    std::size_t unmarked = entries.size();
+    while (unmarked > 0 && !entries[unmarked - 1]->IsMark()) {
+      const bool wasSearched = unmarked == unmarkedEnd && unmarkedBegin < unmarkedEnd;
+      unmarked = wasSearched ? unmarkedBegin : unmarked - 1;
+    }
+    unmarkedBegin = unmarked;
+    unmarkedEnd = entries.size();
+    return unmarked == 0 ? kNoMark : static_cast<std::int32_t>(unmarkedEnd - unmarkedBegin);
   }
 
 private:
   std::vector<PSObject*> entries;
+  // Where the search for a mark has found none, so that a program which searches again and again
+  // does not scan a deep stack each time: from the first of these to before the second.
+  std::size_t unmarkedBegin = 0;
+  std::size_t unmarkedEnd = 0;
+  std::uint64_t marksSeen = 0;
 };
 
 }  // namespace orxeps

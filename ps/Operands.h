@@ -43,42 +43,39 @@ inline ResultCode StackUnderflow(ORXPrintEPSInterpreter& interpreter) noexcept {
   return static_cast<std::int32_t>(value);
 }
 
+// Pushes what an operator leaves, as the last thing it does. A full stack is met without throwing:
+// documents that overflow it go on to do so with every token.
+inline ResultCode PushResult(ORXPrintEPSInterpreter& interpreter, PSRef object) {
+  if (interpreter.operandStack.IsFull()) return AbandonRun(interpreter, "stackoverflow");
+  interpreter.operandStack.Push(std::move(object));
+  return ResultCode::Ran;
+}
+
 // Each pushes a new literal object.
 inline ResultCode PushInteger(ORXPrintEPSInterpreter& interpreter, std::int32_t value) {
   PSRef object = interpreter.heap.Make(PSObjectType::Integer);
   object->intValue = value;
-  interpreter.operandStack.Push(std::move(object));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(object));
 }
 inline ResultCode PushReal(ORXPrintEPSInterpreter& interpreter, float value) {
   PSRef object = interpreter.heap.Make(PSObjectType::Real);
   object->realValue = value;
-  interpreter.operandStack.Push(std::move(object));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(object));
 }
 inline ResultCode PushBoolean(ORXPrintEPSInterpreter& interpreter, bool value) {
   PSRef object = interpreter.heap.Make(PSObjectType::Boolean);
   object->boolValue = value ? 1 : 0;
-  interpreter.operandStack.Push(std::move(object));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(object));
 }
 // Pushes an object that has another holder as well.
 inline ResultCode PushShared(ORXPrintEPSInterpreter& interpreter, PSObject* object) {
-  interpreter.operandStack.Push(PSRef::Retain(object));
-  return ResultCode::Ran;
+  return PushResult(interpreter, PSRef::Retain(object));
 }
 
-inline constexpr std::int32_t kNoMark = -1;
-
 // The entries above the topmost mark, or kNoMark.
-[[nodiscard]] inline std::int32_t CountAboveMark(
-    const ORXPrintEPSInterpreter& interpreter) noexcept {
-  const OperandStack& stack = interpreter.operandStack;
-  for (std::int32_t depth = 0; depth < stack.Count(); ++depth) {
-    const PSObject* entry = stack.Below(depth);
-    if (entry->Is(PSObjectType::Mark) && entry->literal == 1) return depth;
-  }
-  return kNoMark;
+inline constexpr std::int32_t kNoMark = OperandStack::kNoMark;
+[[nodiscard]] inline std::int32_t CountAboveMark(ORXPrintEPSInterpreter& interpreter) noexcept {
+  return interpreter.operandStack.CountAboveMark(interpreter.heap.MarksWritten());
 }
 
 }  // namespace orxeps

@@ -92,6 +92,7 @@ PSRef PSObject::Clone() const {
 void PSObject::AssignFrom(const PSObject& source) {
   const PSRef alive = PSRef::Retain(this);
   if (&source != this) CopyValuesFrom(source);
+  if (IsMark()) heap.NoteMarkWritten();
   for (ObjectList PSObject::*list : {&PSObject::arrayElements, &PSObject::procElements}) {
     const std::int32_t count = (source.*list).Count();
     if (count == 0) continue;

@@ -71,6 +71,9 @@ public:
     return type == PSObjectType::Integer || type == PSObjectType::Real;
   }
 
+  // A mark that ends what the operators collect above it.
+  [[nodiscard]] bool IsMark() const noexcept { return type == PSObjectType::Mark && literal == 1; }
+
   void AddRef() noexcept { ++refCount; }
   // Gives up a reference; the last one destroys the object and what only it kept alive. However
   // deep the objects are nested, this uses a bounded amount of the machine stack.

@@ -77,8 +77,7 @@ ResultCode False(ORXPrintEPSInterpreter& interpreter) { return PushBoolean(inter
 
 // -> null
 ResultCode Null(ORXPrintEPSInterpreter& interpreter) {
-  interpreter.operandStack.Push(interpreter.heap.Make(PSObjectType::Null));
-  return ResultCode::Ran;
+  return PushResult(interpreter, interpreter.heap.Make(PSObjectType::Null));
 }
 
 }  // namespace orxeps::operators

@@ -30,8 +30,7 @@ ResultCode Dup(ORXPrintEPSInterpreter& interpreter) {
 
 // -> mark; also [ and <<
 ResultCode Mark(ORXPrintEPSInterpreter& interpreter) {
-  interpreter.operandStack.Push(interpreter.heap.Make(PSObjectType::Mark));
-  return ResultCode::Ran;
+  return PushResult(interpreter, interpreter.heap.Make(PSObjectType::Mark));
 }
 
 // mark a1 ... an counttomark -> mark a1 ... an n; -1 without a mark
@@ -68,7 +67,7 @@ ResultCode CopyEntries(ORXPrintEPSInterpreter& interpreter) {
   OperandStack& stack = interpreter.operandStack;
   const std::int32_t count = TakeIntValue(interpreter);
   if (!HasOperands(interpreter, count)) return StackUnderflow(interpreter);
-  if (count > kMaxOperands - stack.Count()) throw LimitReached{"stackoverflow"};
+  if (count > kMaxOperands - stack.Count()) return AbandonRun(interpreter, "stackoverflow");
   for (std::int32_t i = 0; i < count; ++i) stack.Push(PSRef::Retain(stack.Below(count - 1)));
   return ResultCode::Ran;
 }
@@ -80,8 +79,7 @@ ResultCode CopyContent(ORXPrintEPSInterpreter& interpreter) {
   PSRef destination = stack.Take();
   const PSRef source = stack.Take();
   destination->AssignFrom(*source);
-  stack.Push(std::move(destination));
-  return ResultCode::Ran;
+  return PushResult(interpreter, std::move(destination));
 }
 
 }  // namespace

@@ -300,6 +300,20 @@ const Hostile kRows[] = {
     {"OpenParentheses", [] { return Repeated(kMillion, "("); }, kAnyError, Rest::IsSwallowed},
     {"OpenBrackets", [] { return Repeated(kMillion / 3 + 40'000, "[<<["); }, "stackoverflow",
      Rest::Runs, Circles::None, 256},
+    {"MarksSearchedInADeepStack",
+     [] {
+       return Repeated(kMillion / 2, "1 ") + Repeated(kMillion / 4, "] counttomark pop exch ") +
+              "/f {mark exch counttomark ] f} def f";
+     },
+     "execstackoverflow", Rest::Runs, Circles::None, 640},
+    {"PushingOntoAFullStack", [] { return Repeated(kMillion * 6 / 10, "1 mark "); },
+     "stackoverflow", Rest::Runs, Circles::None, 320},
+    {"MemoryUsedUpEarly",
+     [] {
+       return "/f {1 array dup 0 4 -1 roll put f} def null f " + Repeated(600, "4096 array ") +
+              Repeated(kMillion / 4, "[(text) {1 2} /x] ");
+     },
+     "VMerror", Rest::IsSwallowed, Circles::None, 640},
     {"ClosingDelimiters", [] { return Repeated(kMillion, "]}>>"); }},
     {"ClosingParentheses", [] { return Repeated(kMillion, ")"); }, kAnyError, Rest::IsSwallowed},
     {"NumbersOfAMegabyte",

@@ -20,6 +20,13 @@ TEST(StackOperators, MoveAndShareTheirOperands) {
       {"1 2 counttomark", "1 2 -1"},
       {"1 mark 2 mark 3 cleartomark", "1 mark 2"},
       {"1 2 cleartomark", ""},
+      // Where a search has found no mark, one may be later.
+      {"1 2 3 counttomark mark 3 1 roll counttomark", "1 2 mark 3 -1 2"},
+      {"1 2 counttomark mark exch counttomark", "1 2 mark -1 1"},
+      {"1 2 counttomark pop pop pop mark 3 4 counttomark", "mark 3 4 2"},
+      {"mark 1 2 counttomark pop pop pop pop 3 4 counttomark", "3 4 -1"},
+      {"mark 1 [ 2 3 ] counttomark pop pop counttomark", "mark 1 1"},
+      {"/a 1 array def a 0 get 7 counttomark mark a astore pop counttomark", "mark 7 -1 2"},
   });
 }
 
