@@ -76,13 +76,21 @@ void CollectStatistics(const Plugin& plugin, const Document& document, const Lim
   if (!control->WasLeft()) description.statistics = *result;
 }
 
+// Every question about a page is a pass over the comment lines; many of those leave room for fewer
+// questions.
+std::uint32_t PagesToAskAbout(std::uint32_t count, std::size_t commentBytes) {
+  constexpr std::size_t kMostBytesToRead = std::size_t{256} << 20;
+  const std::size_t affordable = kMostBytesToRead / std::max<std::size_t>(commentBytes, 1);
+  return static_cast<std::uint32_t>(std::min<std::size_t>({count, kMostAskedPages, affordable}));
+}
+
 Description Describe(const Plugin& plugin, const Document& document, const Limits& limits) {
   Description description;
   description.file = document.Name();
   const DocumentComments& comments = document.Comments();
   description.hasPageBoxes = comments.lines.find("%%PageBoundingBox") != std::string::npos;
   const std::uint32_t count = AskAboutDocument(plugin, document, limits).count.value_or(0);
-  std::vector<std::uint32_t> pages(std::min(count, kMostAskedPages));
+  std::vector<std::uint32_t> pages(PagesToAskAbout(count, comments.lines.size()));
   std::iota(pages.begin(), pages.end(), 1U);
   description.answers = AskAboutPages(plugin, document, limits, std::move(pages));
   CollectStatistics(plugin, document, limits, description);

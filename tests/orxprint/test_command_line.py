@@ -295,6 +295,9 @@ class Describing(CommandLine):
         self.assertEqual(described["pages"], 2147483647)
         self.assertEqual(described["pagesAsked"], 10000)
         self.assertEqual([len(described["labels"]), described["labels"][:2]], [10000, ["one", None]])
+        self.write("b.eps", HEADER + "%%Pages: 4000000000\n%%Page: " + "x" * 1_000_000 + " 1\n")
+        (described,) = json.loads(self.expect(0, "info", "b.eps", "--json"))
+        self.assertEqual([described["pagesAsked"], described["labels"][1]], [268, None])
 
     def test_any_bytes_give_json(self):
         name = self.write("n\udcff.eps".encode("utf-8", "surrogateescape").decode("latin-1"), "")
