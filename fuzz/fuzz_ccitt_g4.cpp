@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t kMaxBitmapBytes = std::size_t{1} << 22;
+constexpr std::size_t kMaxBitmapBytes = std::size_t{1} << 18;
 
 // The pad bits of every row and all of the rows that were not decoded are white.
 void RequireWhiteBehind(std::span<const unsigned char> bitmap, std::size_t columns,

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "plugin/ORXPrintEPSInterpreter.h"
+#include "ps/Limits.h"
 #include "ps/Numbers.h"
 
 namespace orxeps {
@@ -49,7 +50,7 @@ private:
     if (input.ReadByte(&byte) < 0) return false;
     if (byte == '\0' || byte == '\r') return true;
     while (byte != '\n' && input.HasMoreData() != 0) {
-      line += byte == '\t' ? ' ' : byte;
+      if (line.size() < kMaxTextBytes) line += byte == '\t' ? ' ' : byte;
       if (input.ReadByte(&byte) < 0 && input.HasMoreData() != 0) break;
       if (byte == '\r') break;
     }

@@ -26,6 +26,8 @@ inline constexpr int kMaxNameResolutions = 1000;
 inline constexpr std::size_t kMaxObjectBytes = std::size_t{512} << 20;
 // Bytes of them that a pass may always add to what earlier passes of the interpreter left alive.
 inline constexpr std::size_t kMinPassObjectBytes = std::size_t{4} << 20;
+// Bytes of one token, string or comment. What comes behind them is read and lost: limitcheck.
+inline constexpr std::size_t kMaxTextBytes = std::size_t{16} << 20;
 // Graphics states saved and not restored. Fails: limitcheck.
 inline constexpr std::size_t kMaxSavedStates = std::size_t{1} << 18;
 // Points of the current path and all saved ones. Fails: limitcheck.

@@ -6,6 +6,7 @@
 #include "host/PrintGenerator.h"
 #include "ps/BinaryTokens.h"
 #include "ps/CharacterClass.h"
+#include "ps/Errors.h"
 #include "ps/InputBytes.h"
 #include "ps/Numbers.h"
 
@@ -18,6 +19,21 @@ enum class TokenUse {
   Plain,
   AfterBackslash,  // a parenthesis that comes first is text and leaves the depth alone
 };
+
+void AddToText(ORXPrintEPSInterpreter& interpreter, std::string& text, std::string_view more) {
+  if (text.size() + more.size() <= kMaxTextBytes) {
+    text += more;
+  } else {
+    RaiseError(interpreter, "limitcheck");
+  }
+}
+void AddToText(ORXPrintEPSInterpreter& interpreter, std::string& text, char byte) {
+  if (text.size() < kMaxTextBytes) {
+    text += byte;
+  } else {
+    RaiseError(interpreter, "limitcheck");
+  }
+}
 
 // Goes to the end of the input, so that the pass ends.
 void EndProgram(ORXPrintEPSInterpreter& interpreter) { interpreter.inputStream->Seek(0, 2); }
@@ -36,7 +52,7 @@ void ReadComment(ORXPrintEPSInterpreter& interpreter) {
   comment.clear();
   char byte = 0;
   while (ReadInputByte(interpreter, byte) && byte != '\n') {
-    if (ClassOf(byte).namesComment) comment += byte;
+    if (ClassOf(byte).namesComment) AddToText(interpreter, comment, byte);
     if (!InputIsReadable(interpreter)) break;
   }
   if (comment == "EOF") {
@@ -51,7 +67,7 @@ void ReadComment(ORXPrintEPSInterpreter& interpreter) {
 void ReadRegularRun(ORXPrintEPSInterpreter& interpreter, char byte) {
   std::string& token = interpreter.scanner.token;
   do {
-    token += byte;
+    AddToText(interpreter, token, byte);
     byte = 0;
     ReadInputByte(interpreter, byte);
   } while (ClassOf(byte).kind == ByteKind::Regular);
@@ -87,7 +103,7 @@ bool AddByte(ORXPrintEPSInterpreter& interpreter, char byte, TokenUse use) {
         scanner.stoppedAtBinaryToken = true;
         return true;
       }
-      if (scanner.stringDepth > 0) scanner.token += byte;
+      if (scanner.stringDepth > 0) AddToText(interpreter, scanner.token, byte);
       return false;
   }
 }
@@ -189,9 +205,9 @@ PSRef ReadString(ORXPrintEPSInterpreter& interpreter) {
     } else if (first == ')') {
       --open;
     } else if (first == '\\') {
-      text += ReadTokenFor(interpreter, TokenUse::AfterBackslash);
+      AddToText(interpreter, text, ReadTokenFor(interpreter, TokenUse::AfterBackslash));
     } else if (ClassOf(first).kind != ByteKind::Delimiter) {
-      text += token;
+      AddToText(interpreter, text, token);
     }
   }
   string->stringText = ORXString(text);

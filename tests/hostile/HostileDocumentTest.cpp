@@ -329,6 +329,8 @@ const Hostile kRows[] = {
        return "/" + name + " 1 def " + name + " /" + name + " where (" + name +
               ") dup length pop %" + name + "\n";
      }},
+    {"TextsBeyondMeasure", [] { return "/" + std::string(17 * kMillion, 't') + " length pop"; },
+     "limitcheck", Rest::Runs, Circles::None, 96},
     {"ManyNames",
      [] {
        std::string document;

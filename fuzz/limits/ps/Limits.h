@@ -15,6 +15,7 @@ inline constexpr std::size_t kMaxClonedElements = 1000;
 inline constexpr int kMaxNameResolutions = 100;
 inline constexpr std::size_t kMaxObjectBytes = std::size_t{1} << 20;
 inline constexpr std::size_t kMinPassObjectBytes = std::size_t{1} << 18;
+inline constexpr std::size_t kMaxTextBytes = 500;
 inline constexpr std::size_t kMaxSavedStates = 16;
 inline constexpr std::size_t kMaxPathPoints = 3000;
 inline constexpr std::int32_t kMaxFilters = 4;
