@@ -41,6 +41,10 @@ struct DocumentComments {
   // library give the same answers about this text as about the whole document.
   std::string lines;
 
+  // Whether some page may answer another size than the rest.
+  [[nodiscard]] bool MentionPageBoxes() const {
+    return lines.find("%%PageBoundingBox") != std::string::npos;
+  }
   // The box to draw for a page: its own, or the document's.
   [[nodiscard]] std::optional<Box> BoxOfPage(std::uint32_t page) const;
 };

@@ -88,7 +88,7 @@ Description Describe(const Plugin& plugin, const Document& document, const Limit
   Description description;
   description.file = document.Name();
   const DocumentComments& comments = document.Comments();
-  description.hasPageBoxes = comments.lines.find("%%PageBoundingBox") != std::string::npos;
+  description.hasPageBoxes = comments.MentionPageBoxes();
   const std::uint32_t count = AskAboutDocument(plugin, document, limits).count.value_or(0);
   std::vector<std::uint32_t> pages(PagesToAskAbout(count, comments.lines.size()));
   std::iota(pages.begin(), pages.end(), 1U);

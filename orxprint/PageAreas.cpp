@@ -26,9 +26,9 @@ class PageSizes {
 public:
   PageSizes(const Plugin& plugin, const Document& document, const Limits& limits,
             const std::vector<PageToWrite>& pages, Units sizeUnits)
-      : units(sizeUnits) {
+      : units(sizeUnits), differ(document.Comments().MentionPageBoxes()) {
     std::vector<std::uint32_t> numbers;
-    const std::size_t count = std::min<std::size_t>(pages.size(), kMostAskedPages);
+    const std::size_t count = differ ? std::min<std::size_t>(pages.size(), kMostAskedPages) : 1;
     for (std::size_t i = 0; i < count; ++i) numbers.push_back(pages[i].number);
     answers = AskAboutPages(plugin, document, limits, std::move(numbers));
   }
@@ -36,12 +36,14 @@ public:
   // REQUIRES: `index` is the page's place among the pages asked about.
   [[nodiscard]] std::optional<Box> Of(std::size_t index) const {
     std::optional<Box> own;
+    if (!differ) index = 0;
     if (index < answers.pages.size()) own = FromOrigin(answers.pages[index].size, units);
     return own ? own : FromOrigin(answers.size, units);
   }
 
 private:
   Units units;
+  bool differ;  // without page boxes one page's answer is every page's
   PageAnswers answers;
 };
 
