@@ -11,7 +11,7 @@
 
 #include "framework/CheckedHost.h"
 #include "framework/InputStreams.h"
-#include "tests/hostile/SilentGenerator.h"
+#include "tests/support/SilentGenerator.h"
 
 namespace orxfuzz {
 

@@ -1,12 +1,13 @@
 #include "orxprint/TraceGenerator.h"
 
+#include <zlib.h>
+
 #include <charconv>
 #include <cstdio>
 #include <numeric>
 #include <utility>
 
 #include "host/ORXPixelImage.h"
-#include "orxprint/Crc32.h"
 #include "orxprint/Text.h"
 
 namespace orxprint {
@@ -89,7 +90,8 @@ int TraceGenerator::FillArea(int contourCount, int* pointCounts, float* points) 
 int TraceGenerator::DrawImage(float x, float y, int flags, ORXPixelImage* image) {
   const std::span<const unsigned char> samples(image->Pixels(), image->ByteCount());
   char crc[16];
-  std::snprintf(crc, sizeof crc, "%08x", static_cast<unsigned>(Crc32(samples)));
+  std::snprintf(crc, sizeof crc, "%08x",
+                static_cast<unsigned>(crc32_z(0, samples.data(), samples.size())));
   Add("DrawImage(");
   Add(x);
   Add(", ");

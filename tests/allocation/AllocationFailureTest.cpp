@@ -11,7 +11,7 @@
 #include "plugin/ORXPrintEPSInterpreter.h"
 #include "tests/allocation/FailingMemory.h"
 #include "tests/hostile/Documents.h"
-#include "tests/hostile/SilentGenerator.h"
+#include "tests/support/SilentGenerator.h"
 
 extern "C" void* fctCreateORXPrintEPSInterpreter(void* input) noexcept;
 

@@ -10,8 +10,6 @@
 #include <random>
 #include <vector>
 
-#include "host/ORXMMediaImage.h"
-
 namespace {
 
 using Format = ORXPixelImageFormat;
@@ -104,15 +102,6 @@ TEST(PixelImage, OnlyAHalfTurnIsMadeAndOnlyRowsAreReversed) {
             0);
 }
 
-TEST(PixelImage, ABorrowedBufferIsChangedInPlaceAndSeenByCopies) {
-  Samples samples = {1, 2, 3};
-  ORXPixelImage image(1, 3, Format::Grey8, samples.data(), kBorrowed);
-  const ORXPixelImage copy(image);
-  image.InvertLineProgression();
-  EXPECT_EQ(samples, (Samples{3, 2, 1}));
-  EXPECT_EQ(copy.Pixels(), samples.data());
-}
-
 TEST(PixelImage, OwnedSamplesAreSharedUntilOneImageChangesThem) {
   const Samples samples = {1, 2, 3};
   const CountedImage made(ORXPixelImage::CreateCopy(1, 3, Format::Grey8, samples.data()));
@@ -125,50 +114,6 @@ TEST(PixelImage, OwnedSamplesAreSharedUntilOneImageChangesThem) {
   EXPECT_EQ(SamplesOf(image), (Samples{3, 2, 1}));
   EXPECT_EQ(SamplesOf(*made), samples);
   EXPECT_EQ(other, (Samples{9}));
-}
-
-TEST(PixelImage, SamplesLiveAsLongAsAnyImageThatShowsThem) {
-  const Samples samples = {4, 5};
-  ORXPixelImage* made = ORXPixelImage::CreateCopy(2, 1, Format::Grey8, samples.data());
-  made->AddRef();
-  made->Release();
-  ORXPixelImage image(*made);
-  const ORXPixelImage& itself = image;
-  image = itself;
-  made->Release();
-  EXPECT_EQ(SamplesOf(image), samples);
-}
-
-TEST(PixelImage, ExtractedDataIsACopyOfAllSamples) {
-  Samples samples = {1, 2, 3, 4};
-  ORXPixelImage image(2, 2, Format::Grey8, samples.data(), kBorrowed);
-  image.PrepareData();
-  const std::unique_ptr<unsigned char, decltype(&std::free)> data(image.ExtractData(0, 1),
-                                                                  &std::free);
-  ASSERT_NE(data, nullptr);
-  samples[0] = 9;
-  EXPECT_EQ(Samples(data.get(), data.get() + 4), (Samples{1, 2, 3, 4}));
-  EXPECT_EQ(ORXPixelImage(0, 2, Format::Grey8, samples.data(), kBorrowed).ExtractData(0, 1),
-            nullptr);
-}
-
-TEST(MediaImage, ConvertsAFaxBitmapOfTheRightSizeOnly) {
-  constexpr ORXMMediaImageType kFax = ORXMMediaImageType::Fax;
-  const ORXMMediaImageDecodingOption option;
-  const unsigned char bitmap[] = {0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC};
-  const auto convert = [&](int size, int width, int height, ORXMMediaImageType type) {
-    return CountedImage(
-        ORXMMediaImageConverter::CreatePixelImage(bitmap, size, width, height, type, &option));
-  };
-  const CountedImage image = convert(6, 9, 3, kFax);
-  ASSERT_NE(image, nullptr);
-  EXPECT_EQ(image->Format(), Format::Bilevel1);
-  EXPECT_EQ(SamplesOf(*image), Samples(std::begin(bitmap), std::end(bitmap)));
-  EXPECT_EQ(convert(5, 9, 3, kFax), nullptr);
-  EXPECT_EQ(convert(6, 8, 3, kFax), nullptr);
-  EXPECT_EQ(convert(6, 9, 3, ORXMMediaImageType{1}), nullptr);
-  EXPECT_EQ(convert(0, 0, 3, kFax), nullptr);
-  EXPECT_EQ(convert(-6, -9, -3, kFax), nullptr);
 }
 
 }  // namespace

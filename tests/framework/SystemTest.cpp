@@ -3,13 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdint>
 #include <new>
 #include <set>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "framework/PropertiesControl.h"
@@ -93,26 +91,6 @@ TEST(Properties, WhatACallbackThrowsGoesNoFurther) {
   EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.9F), 0);
   ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, "lost");
 }
-
-#if defined(__linux__)
-TEST(Properties, TheMeasurementFollowsTheResidentMemory) {
-  const ScopedProperties scope;
-  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.0F), 1);
-  std::uint64_t limit = 1 << 20;
-  for (; limit < UINT64_MAX / 2; limit *= 2) {
-    PropertiesControl::SetMemoryLimit(limit);
-    if (ORXPrintPropertiesManager::IsLowMemory(1.0F) == 0) break;
-  }
-  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.5F), 1) << limit;
-  // More than half of the limit is in use; as much again is noticed after a millisecond and a few
-  // calls.
-  const std::vector<char> block(limit / 2, 'x');
-  std::this_thread::sleep_for(std::chrono::milliseconds(2));
-  int low = 0;
-  for (int call = 0; call < 20; ++call) low = ORXPrintPropertiesManager::IsLowMemory(1.0F);
-  EXPECT_EQ(low, 1) << block.size();
-}
-#endif
 
 }  // namespace
 }  // namespace orxframework

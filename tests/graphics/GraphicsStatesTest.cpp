@@ -86,16 +86,6 @@ TEST(GraphicsStates, BehaveAsIfSavingCopiedThePath) {
   }
 }
 
-TEST(GraphicsStates, SavingIsCheapAndEndsAtItsCeiling) {
-  GraphicsStates states;
-  for (int i = 0; i < 100'000; ++i) states.AppendPoint(i, 0, PathPointKind::Line);
-  for (std::size_t i = 0; i < orxeps::kMaxSavedStates; ++i) ASSERT_TRUE(states.Save());
-  EXPECT_FALSE(states.Save());
-  for (std::size_t i = 0; i < orxeps::kMaxSavedStates; ++i) states.Restore();
-  EXPECT_EQ(states.SavedCount(), 0U);
-  EXPECT_EQ(states.PathCount(), 100'000U);
-}
-
 TEST(GraphicsStates, TheProgramSeesWhatItSaved) {
   Interpretation interpretation(
       "1 1 moveto gsave 2 2 lineto gsave 3 3 lineto newpath 4 4 lineto closepath grestore\n"

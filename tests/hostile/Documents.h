@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/hostile/HostileRunner.h"
+#include "tests/support/Base85.h"
 
 namespace orxtests {
 

@@ -10,7 +10,7 @@
 #include "framework/InputStreams.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
 #include "tests/hostile/Documents.h"
-#include "tests/hostile/SilentGenerator.h"
+#include "tests/support/SilentGenerator.h"
 
 namespace orxtests {
 namespace {

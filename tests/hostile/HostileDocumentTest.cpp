@@ -11,6 +11,7 @@
 #include "ps/MemoryPoisoning.h"
 #include "ps/OperatorTable.h"
 #include "tests/hostile/HostileRunner.h"
+#include "tests/support/Base85.h"
 
 namespace orxtests {
 namespace {

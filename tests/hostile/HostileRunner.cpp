@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 #include <pthread.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <fstream>
 #include <memory>
 #include <utility>
@@ -16,7 +14,7 @@
 #include "framework/CheckedHost.h"
 #include "framework/InputStreams.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
-#include "tests/hostile/SilentGenerator.h"
+#include "tests/support/SilentGenerator.h"
 
 namespace orxtests {
 
@@ -103,23 +101,6 @@ void OnSmallStack(const std::function<void()>& work) {
   ASSERT_EQ(pthread_create(&thread, &attributes, RunWork, argument), 0);
   pthread_join(thread, nullptr);
   pthread_attr_destroy(&attributes);
-}
-
-std::string Base85(std::string_view bytes) {
-  std::string encoded;
-  for (std::size_t i = 0; i < bytes.size(); i += 4) {
-    const std::size_t count = std::min<std::size_t>(4, bytes.size() - i);
-    std::uint32_t group = 0;
-    for (std::size_t j = 0; j < 4; ++j) {
-      group = group << 8 | (j < count ? static_cast<unsigned char>(bytes[i + j]) : 0U);
-    }
-    std::string digits(5, '!');
-    for (std::size_t j = 5; j-- > 0; group /= 85) {
-      digits[j] = static_cast<char>('!' + group % 85);
-    }
-    encoded += digits.substr(0, count + 1);
-  }
-  return encoded + "~>\n";
 }
 
 std::string Repeated(std::size_t count, std::string_view text) {

@@ -27,9 +27,6 @@ struct HostileRun {
 // Runs a function on a thread that has a stack of 1 MiB, and waits for it.
 void OnSmallStack(const std::function<void()>& work);
 
-// Bytes written in the base-85 encoding, with its end marker.
-[[nodiscard]] std::string Base85(std::string_view bytes);
-
 // A text many times over.
 [[nodiscard]] std::string Repeated(std::size_t count, std::string_view text);
 

@@ -6,7 +6,7 @@
 
 #include "image/DecodeFilters.h"
 #include "tests/framework/G4Encoder.h"
-#include "tests/image/SampleData.h"
+#include "tests/support/SampleData.h"
 #include "tests/support/ScopedUnits.h"
 
 namespace orxtests {
@@ -103,7 +103,7 @@ TEST(Filters, DecodeFaxDataBeneathBase85) {
     return ImagesOf(
         "<< /Width 17 /Height 10 /BitsPerComponent 1 /DataSource currentfile "
         "/ASCII85Decode filter << " +
-        std::string(parameters) + " >> /CCITTFaxDecode filter >> image\n" + Ascii85(faxData));
+        std::string(parameters) + " >> /CCITTFaxDecode filter >> image\n" + Base85(faxData));
   };
   std::string hexadecimal;
   for (const char byte : samples) {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/image/SampleData.h"
+#include "tests/support/SampleData.h"
 #include "tests/support/ScopedUnits.h"
 
 namespace orxtests {
@@ -14,7 +14,7 @@ using namespace std::string_literals;
 // An image of a dictionary with these entries, its data in base 85, and a 7 behind the data.
 std::string DictionaryImage(std::string_view entries, std::string_view data) {
   return "<< /BitsPerComponent 8 /DataSource currentfile /ASCII85Decode filter "s.append(entries) +
-         " >> image\n" + Ascii85(data) + "7";
+         " >> image\n" + Base85(data) + "7";
 }
 
 TEST(Image, ChoosesTheFormatFromDepthAndDecode) {
@@ -76,7 +76,7 @@ TEST(Image, DrawsNothingThroughFiltersThatFail) {
   for (const char* filters : {"/ASCII85Decode filter /CCITTFaxDecode filter",
                               "/ASCII85Decode filter /RunLengthDecode filter",
                               "/ASCII85Decode filter /ASCII85Decode filter"}) {
-    const std::string program = head + filters + " >> image\n" + Ascii85("\x05xxxx") + "7 8";
+    const std::string program = head + filters + " >> image\n" + Base85("\x05xxxx") + "7 8";
     EXPECT_EQ(ImagesOf(program), "") << filters;
     EXPECT_EQ(StackAfter(program), "7 8") << filters;
   }
@@ -91,11 +91,11 @@ TEST(Image, PassesDataThroughAllFiltersInOrder) {
   const ScopedPoints points;
   EXPECT_EQ(ImagesOf("<< /Width 3 /Height 1 /BitsPerComponent 8 /DataSource currentfile "
                      "/ASCII85Decode filter /RunLengthDecode filter >> image\n" +
-                     Ascii85(RunLength("abc"))),
+                     Base85(RunLength("abc"))),
             "3x1 format 0 at 0 0 pixels 0.33333334 1: 616263");
   EXPECT_EQ(ImagesOf("<< /Width 2 /Height 1 /BitsPerComponent 8 /DataSource currentfile "
                      "/ASCII85Decode filter /ASCII85Decode filter >> image\n" +
-                     Ascii85(Ascii85("ab"))),
+                     Base85(Base85("ab"))),
             "2x1 format 0 at 0 0 pixels 0.5 1: 6162");
 }
 
@@ -109,7 +109,7 @@ std::string Sources(int count) {
 
 std::string Rows(std::initializer_list<const char*> blocks) {
   std::string rows = " colorimage\n";
-  for (const char* block : blocks) rows += Ascii85(RunLength(block)) + "\n";
+  for (const char* block : blocks) rows += Base85(RunLength(block));
   return rows + "7";
 }
 
@@ -172,8 +172,8 @@ TEST(ColorImage, LeavesWhatItDidNotTakeWhenItFails) {
       {"9 0 2 8 matrix " + Sources(1) + "false 1 colorimage", "9 0"},
       {"9 2 -2 8 matrix " + Sources(1) + "false 1 colorimage", "9 2"},
       {"9 8 2 1 8 matrix " + Sources(2) + "true 3 colorimage 7", "9 8 7"},
-      {"9 2 1 8 matrix " + Sources(3) + "true 4 colorimage\n" + Ascii85("a") + Ascii85("b") +
-           Ascii85("c") + "7",
+      {"9 2 1 8 matrix " + Sources(3) + "true 4 colorimage\n" + Base85("a") + Base85("b") +
+           Base85("c") + "7",
        "7"},
       {"2 1 8 matrix {} false 1 colorimage 7", "7"},
       {"2 1 8 matrix {1 /ASCII85Decode} false 1 colorimage\nab~>7", "7"},

@@ -80,19 +80,6 @@ TEST(DisplayRecorder, GivesShapesTheAttributesOfTheirMoment) {
   EXPECT_EQ(shapes[1].colour.green, 1);
 }
 
-TEST(DisplayRecorder, SaysWhenPaintingWouldTakeTooMuch) {
-  int warnings = 0;
-  DisplayRecorder recorder({1000, 100, 10}, [&warnings] { ++warnings; });
-  for (int i = 0; i < 9; ++i) {
-    recorder.SetLineCap(10);
-    recorder.MoveTo(0, 0);
-  }
-  EXPECT_EQ(warnings, 0);  // 900 bytes for nine shapes and 80 for the points before the ninth
-  recorder.SetLineCap(10);
-  recorder.MoveTo(0, 0);
-  EXPECT_EQ(warnings, 1);
-}
-
 TEST(DisplayList, ExtentHoldsLinesWithTheirWidthAndImagesAndLeavesOutTheInfinite) {
   constexpr double kPointsPerMillimetre = 72.0 / 25.4;
   DisplayRecorder recorder;

@@ -67,18 +67,6 @@ TEST(DocumentComments, GivePagesTheirOwnBoxes) {
   EXPECT_EQ(comments.BoxOfPage(3), (Box{3, 3, 4, 4}));
 }
 
-TEST(DocumentComments, AreTheSameHoweverTheBytesAreCut) {
-  std::string document = "%!PS\n%%Pages: 2\n%%Page: a 1\n" + std::string(70'000, 'x') +
-                         "\r%%Page: b 2\r\n%%BoundingBox: 1 2 3 4";
-  for (int shift = 0; shift < 60; ++shift) {
-    const DocumentComments comments = CommentsOf(document);
-    ASSERT_EQ(comments.pageComments, 2U);
-    ASSERT_EQ(comments.box, (Box{1, 2, 3, 4}));
-    ASSERT_EQ(comments.lines, "%%Pages: 2\n%%Page: a 1\n%%Page: b 2\n%%BoundingBox: 1 2 3 4\n");
-    document.erase(document.find('x'), 100);
-  }
-}
-
 // Everything that the library answers about the first pages of a document.
 std::string Answers(const std::string& document) {
   MemoryInputStream stream{std::string_view(document)};

@@ -161,28 +161,6 @@ TEST(CairoPainter, MeetsNeighbouringRectanglesWithoutASeam) {
   EXPECT_EQ(PaintedPage(list).Row(2), "KKKKKKWR");
 }
 
-TEST(ImageSurfaces, StayWithinBounds) {
-  using Layout = ImageSamples::Layout;
-  struct Case {
-    int width, height;
-    Layout layout;
-    Reduction reduction;
-  };
-  const std::vector<Case> cases = {
-      {10'000, 14'000, Layout::Bilevel1, {1, 1}},
-      {10'000, 14'000, Layout::Grey8, {2, 2}},
-      {100'000, 10, Layout::Rgb24, {4, 1}},
-      {30'000, 30'000, Layout::Cmyk32, {4, 4}},
-      {1, 2'000'000'000, Layout::Bilevel1, {1, 62'500}},
-  };
-  for (const Case& image : cases) {
-    const ImageSamples samples{image.width, image.height, image.layout, 0, {}};
-    const Reduction reduction = BoundedReduction(samples, {}, BilevelAs::OneBit);
-    EXPECT_EQ(reduction.x, image.reduction.x) << image.width;
-    EXPECT_EQ(reduction.y, image.reduction.y) << image.width;
-  }
-}
-
 TEST(SvgTidier, NumbersAnewAndMarksPicturesHoweverTheTextIsCut) {
   const std::string longValue(10'000, 'x');
   const std::string text =

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "host/ORXPixelImage.h"
-#include "orxprint/Crc32.h"
 #include "orxprint/TraceGenerator.h"
 
 namespace orxprint {
@@ -58,26 +57,6 @@ TEST(EscapeForTerminal, LeavesNothingThatATerminalObeys) {
       {"\xF4\x90\x80\x80", "\\xf4\\x90\\x80\\x80"},
   };
   for (const auto& [text, escaped] : cases) EXPECT_EQ(EscapeForTerminal(text), escaped);
-}
-
-// One bit after the other, from the definition.
-std::uint32_t SlowCrc(const std::vector<unsigned char>& bytes) {
-  std::uint32_t state = ~0U;
-  for (const unsigned char byte : bytes) {
-    state ^= byte;
-    for (int bit = 0; bit < 8; ++bit) state = state >> 1 ^ ((state & 1) != 0 ? 0xEDB88320U : 0);
-  }
-  return ~state;
-}
-
-TEST(Crc32, AgreesWithItsDefinitionAtEveryLength) {
-  const std::string digits = "123456789";
-  EXPECT_EQ(Crc32(std::vector<unsigned char>(digits.begin(), digits.end())), 0xCBF43926U);
-  std::vector<unsigned char> bytes;
-  for (unsigned i = 0; i < 40; ++i) {
-    EXPECT_EQ(Crc32(bytes), SlowCrc(bytes)) << bytes.size();
-    bytes.push_back(static_cast<unsigned char>(i * 77 + 3));
-  }
 }
 
 TEST(TraceGenerator, WritesEveryCallAsOneLine) {

@@ -135,12 +135,6 @@ class Usage(CommandLine):
             self.assertIn(b"--time-limit", text)
         self.assertRegex(self.expect(0, "--version"), rb"^orxprint \d+\.\d+\.\d+\n$")
 
-    def test_options_may_stand_before_the_command(self):
-        self.write("a.eps", HALF)
-        before = self.expect(0, "--units", "pt", "trace", "a.eps")
-        self.assertEqual(before, self.expect(0, "trace", "a.eps", "--units", "pt"))
-        self.assertIn(b"[10, 20, 110, 20,", before)
-
     def test_a_plugin_that_cannot_be_loaded_ends_with_5_and_says_what_was_tried(self):
         self.write("a.eps", HALF)
         self.write("text.so", "no library")
@@ -344,12 +338,6 @@ class Drawing(CommandLine):
                 for (x, y), pixel in pixels.items():
                     self.assertEqual(rows[y][3 * x : 3 * x + 3], pixel, (x, y))
 
-    def test_units_do_not_change_the_drawing(self):
-        self.write("a.eps", HALF + "3 setlinewidth 10 20 moveto 110 70 lineto stroke\n")
-        for units in ["mm", "pt"]:
-            self.expect(0, "render", "a.eps", "-o", f"{units}.png", "--units", units)
-        self.assertEqual(self.read("mm.png"), self.read("pt.png"))
-
     def test_a_document_without_size_that_draws_nothing_is_refused(self):
         self.write("a.eps", HEADER + "1 2 add\n")
         self.expect(1, "render", "a.eps", message="says no size and draws nothing")
@@ -389,11 +377,6 @@ class Drawing(CommandLine):
             self.expect(1, "render", name, "--pages", pages, message=count)
         self.assertEqual(self.files(), ["a.eps", "one.eps", "uncounted.eps"])
 
-    def test_a_comment_at_the_end_of_a_page_makes_no_blank_page(self):
-        self.write("a.eps", HALF.replace(BOX, BOX + "%%Page: 1 1\n") + "showpage\n%%EndPage: 1\n")
-        self.expect(0, "render", "a.eps")
-        self.assertEqual(self.files(), ["a.eps", "a.svg"])
-
     def test_standard_input_goes_to_standard_output(self):
         for document, arguments, start in [
             (HALF, [], b"<?xml"),
@@ -417,20 +400,6 @@ class Drawing(CommandLine):
             self.expect(0, "render", "a.eps", "b.eps", "-f", form)
             self.assertEqual(self.read(f"b.{form}"), self.read(f"a.{form}"))
             self.assertNotIn(b"CreationDate", self.read(f"a.{form}"))
-
-    def test_bilevel_pictures_stay_small(self):
-        size = 2000
-        self.write(
-            "a.eps",
-            HEADER
-            + f"%%BoundingBox: 0 0 100 100\n100 100 scale << /Width {size} /Height {size}\n"
-            + "/BitsPerComponent 1 /DataSource currentfile /ASCII85Decode filter >> image\n"
-            + "!<N?+" * (size * size // 32)
-            + "~>\n",
-        )
-        for form, most in [("svg", 20_000), ("pdf", 20_000), ("png", 20_000)]:
-            self.expect(0, "render", "a.eps", "-f", form)
-            self.assertLess(len(self.read(f"a.{form}")), most)
 
     def test_sizes_beyond_reason_are_refused(self):
         self.write("a.eps", HALF.replace(BOX, "%%BoundingBox: 0 0 2000000000 2000000000\n"))

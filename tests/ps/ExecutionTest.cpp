@@ -49,14 +49,6 @@ TEST(Execution, WhatRunsMayChangeMeanwhile) {
   });
 }
 
-TEST(Execution, DepthCostsNoMachineStack) {
-  ExpectOutcomes({
-      {"/n 100000 def /p {n 0 eq {(end)} {/n n 1 sub def p} ifelse} def p", "(end)"},
-      {"/n 100000 def /p {/n n 1 sub def 0 n lt {p} if} def p n", "0"},
-      {"/n 100000 def /p {/n n 1 sub def 0 n lt /p load /q load ifelse} def /q {7} def p", "7"},
-  });
-}
-
 TEST(Execution, RunsWithoutEndAreGivenUpAndTheNextObjectRuns) {
   ExpectOutcomes({
       {"/p {p} def p 7", "7 !execstackoverflow"},

@@ -29,26 +29,6 @@ PSRef MakeArray(ObjectHeap& heap, Elements... elements) {
   return array;
 }
 
-TEST(Objects, LiveUntilTheirLastReferenceIsReleased) {
-  ObjectHeap heap;
-  PSObject* element = MakeInteger(heap, 5).Leak();
-  PSObject* array = MakeArray(heap, PSRef::Retain(element)).Leak();
-  array->AddRef();
-  array->Release();
-  EXPECT_EQ(heap.LiveCount(), 2U);
-  array->Release();
-  EXPECT_EQ(heap.LiveCount(), 1U);
-  EXPECT_EQ(element->refCount, 1U);
-  element->Release();
-  EXPECT_EQ(heap.LiveCount(), 0U);
-  // A record that comes back is as new as the first.
-  const PSRef fresh = heap.Make();
-  EXPECT_EQ(fresh->type, PSObjectType::None);
-  EXPECT_EQ(fresh->literal, 1);
-  EXPECT_EQ(fresh->intValue, 0);
-  EXPECT_TRUE(fresh->arrayElements.IsEmpty());
-}
-
 TEST(Objects, CloneCopiesElementsDeeplyAndSharesDictionaryValues) {
   ObjectHeap heap;
   PSRef dictionary = heap.Make(PSObjectType::Dictionary);
@@ -117,37 +97,6 @@ TEST(Objects, ADictionaryThatHoldsItselfHoldsNoReference) {
   EXPECT_EQ(heap.LiveCount(), 2U);
 }
 
-TEST(Objects, CirclesAreSweptWithTheHeap) {
-  for (const char* program :
-       {"/a [0] def a 0 a put", "/a [0] def /b [a] def a 0 b put",
-        "/d 1 dict def d /e << /d d >> put", "currentdict /all [userdict currentdict] put"}) {
-    Interpretation interpretation(program);
-    interpretation.ExpectCircles();
-    static_cast<void>(interpretation.Draw());
-    EXPECT_EQ(interpretation.Error(), "") << program;
-  }
-}
-
-TEST(Objects, NestOutOfTheMachineStacksSight) {
-  ObjectHeap heap;
-  PSRef outer = heap.Make(PSObjectType::Array);
-  for (int depth = 0; depth < 300'000; ++depth) {
-    PSRef around = heap.Make(depth % 2 ? PSObjectType::Array : PSObjectType::Dictionary);
-    if (depth % 2) {
-      around->arrayElements.Append(outer.Leak());
-    } else {
-      DictInsert(heap, *around, "inner", std::move(outer));
-    }
-    outer = std::move(around);
-  }
-  outer = PSRef();
-  EXPECT_EQ(heap.LiveCount(), 0U);
-  PSRef array = heap.Make(PSObjectType::Array);
-  for (int depth = 0; depth < 100'000; ++depth) array = MakeArray(heap, std::move(array));
-  const PSRef clone = array->Clone();
-  EXPECT_EQ(heap.LiveCount(), 200'002U);
-}
-
 TEST(Objects, CopiesWithoutEndMeetTheirCeilingAndLeaveNothing) {
   ObjectHeap heap;
   PSRef array = heap.Make(PSObjectType::Array);
@@ -156,15 +105,6 @@ TEST(Objects, CopiesWithoutEndMeetTheirCeilingAndLeaveNothing) {
   EXPECT_THROW(array->AssignFrom(*array), LimitReached);
   EXPECT_EQ(heap.LiveCount(), 1U);
   EXPECT_EQ(array->arrayElements.Count(), 1);
-}
-
-TEST(Objects, StayWithinTheBudgetOfBytes) {
-  Interpretation interpretation(
-      "1000000 array 1000000 array 1000000 array 1000000 array 1000000 array\n"
-      "cleartomark 1000000 array length");
-  static_cast<void>(interpretation.Draw());
-  EXPECT_EQ(interpretation.Error(), "VMerror");
-  EXPECT_EQ(interpretation.Stack(), "1000000");
 }
 
 }  // namespace

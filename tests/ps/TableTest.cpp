@@ -1,4 +1,4 @@
-// The hash table of dictionaries and the table of names.
+// The hash table of dictionaries.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -7,7 +7,6 @@
 #include <string>
 
 #include "host/ORXHashDico.h"
-#include "ps/NameTable.h"
 
 namespace orxtests {
 namespace {
@@ -45,25 +44,6 @@ TEST(HashTable, AgreesWithAMapThroughInsertionsAndRemovals) {
     }
     EXPECT_TRUE(expected.empty()) << "the iterator left values out";
   }
-}
-
-TEST(NameTable, GivesEqualTextsOneString) {
-  orxeps::NameTable names;
-  std::map<std::string, ORXString> kept;
-  for (int round = 0; round < 2; ++round) {
-    for (int i = 0; i < 5'000; ++i) {
-      const std::string text = "name" + std::to_string(i);
-      const ORXString name = names.Intern(text);
-      EXPECT_EQ(name.View(), text);
-      const auto [place, isNew] = kept.try_emplace(text, name);
-      EXPECT_EQ(place->second.View().data(), name.View().data());
-      EXPECT_EQ(isNew, round == 0);
-    }
-  }
-  EXPECT_EQ(names.Intern(std::string(100'000, 'x')).Length(), 100'000U);
-  EXPECT_TRUE(names.Intern("").IsEmpty());
-  const std::string withZero("a\0b", 3);
-  EXPECT_EQ(names.Intern(withZero).View(), withZero);
 }
 
 }  // namespace

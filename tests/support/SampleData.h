@@ -1,32 +1,15 @@
 // Sample data as documents carry it, and the calls that images make, for tests of images.
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
 #include <regex>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "tests/support/Base85.h"
 #include "tests/support/Interpretation.h"
 
 namespace orxtests {
-
-// Base-85 text with its end marker.
-inline std::string Ascii85(std::string_view bytes) {
-  std::string text;
-  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(4, bytes.size()))) {
-    const std::size_t count = std::min<std::size_t>(4, bytes.size());
-    std::uint32_t group = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-      group = group << 8 | (i < count ? static_cast<unsigned char>(bytes[i]) : 0U);
-    }
-    char digits[5];
-    for (int i = 4; i >= 0; --i, group /= 85) digits[i] = static_cast<char>('!' + group % 85);
-    text.append(digits, count + 1);
-  }
-  return text + "~>";
-}
 
 // Run-length data of one run of different bytes, with its end.
 inline std::string RunLength(std::string_view bytes) {
