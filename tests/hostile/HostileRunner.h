@@ -18,10 +18,12 @@ struct HostileRun {
   std::size_t megabytesGrown = 0;  // at the peak; 0 where the platform does not tell
 };
 
-// A drawing pass and then a counting pass over a document, by one interpreter.
-[[nodiscard]] HostileRun RunPasses(std::string_view document);
+enum class Passes { Drawing, DrawingAndCounting };
 
-// The same on a small stack and measured, with something to draw appended to the document.
+// Runs passes over a document, all by one interpreter.
+[[nodiscard]] HostileRun RunPasses(std::string_view document, Passes passes);
+
+// Both passes on a small stack and measured, with something to draw appended to the document.
 [[nodiscard]] HostileRun RunHostile(std::string document);
 
 // Runs a function on a thread that has a stack of 1 MiB, and waits for it.
