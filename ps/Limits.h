@@ -15,7 +15,7 @@ inline constexpr std::size_t kMaxExecutionDepth = std::size_t{1} << 20;
 // Entries of the operand stack. Abandons: stackoverflow.
 inline constexpr std::int32_t kMaxOperands = std::int32_t{1} << 20;
 // Dictionaries opened with "begin" and not ended, in one pass. Fails: dictstackoverflow.
-inline constexpr std::int32_t kMaxOpenDictionaries = 512;
+inline constexpr std::int32_t kMaxOpenDictionaries = 1024;
 // Elements of one new array. Fails: limitcheck.
 inline constexpr std::int32_t kMaxArrayElements = std::int32_t{1} << 20;
 // Objects that one copy of an array or procedure may make. Abandons: limitcheck.

@@ -87,7 +87,7 @@ TEST(DictionaryOperators, FindNamesFromTheTopOfTheDictionaryStackDown) {
       {"statusdict begin currentdict /a 1 put a end a", "1"},
   });
   std::string program;
-  for (int i = 0; i < 512; ++i) program += "1 dict begin ";
+  for (int i = 0; i < 1024; ++i) program += "1 dict begin ";
   EXPECT_EQ(StackAfter(program), "");
   ExpectOutcomes({{program + "2 dict begin", "<<0>> !dictstackoverflow"}});
 }
