@@ -18,7 +18,7 @@ inline constexpr std::int32_t kMaxOperands = std::int32_t{1} << 20;
 inline constexpr std::int32_t kMaxOpenDictionaries = 1024;
 // Elements of one new array. Fails: limitcheck.
 inline constexpr std::int32_t kMaxArrayElements = std::int32_t{1} << 20;
-// Objects that one copy of an array or procedure may make. Abandons: limitcheck.
+// Objects that a copy of one object may make for what is nested in it. Abandons: limitcheck.
 inline constexpr std::size_t kMaxClonedElements = std::size_t{1} << 20;
 // Executable names that stand for each other. Gives the name up: limitcheck.
 inline constexpr int kMaxNameResolutions = 1000;

@@ -50,7 +50,7 @@ bool HasElements(const PSObject& object) noexcept {
 
 // Copies level by level: what still has elements to copy waits in a list, so nesting costs no
 // machine stack.
-PSRef PSObject::CloneWithoutEntries() const {
+PSRef PSObject::Clone() const {
   PSRef clone = heap.Make();
   clone->CopyValuesFrom(*this);
   std::vector<PendingCopy> pending;
@@ -77,11 +77,6 @@ PSRef PSObject::CloneWithoutEntries() const {
     }
     heap.UpdateCharge(*next.copy);
   }
-  return clone;
-}
-
-PSRef PSObject::Clone() const {
-  PSRef clone = CloneWithoutEntries();
   clone->ShareEntriesOf(*this);
   heap.UpdateCharge(*clone);
   return clone;

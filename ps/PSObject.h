@@ -100,7 +100,6 @@ private:
   void Destroy() noexcept;
   void CopyValuesFrom(const PSObject& source) noexcept;
   void ShareEntriesOf(const PSObject& source);
-  [[nodiscard]] PSRef CloneWithoutEntries() const;
 
   ObjectHeap& heap;
   PSObject* nextInHeap = nullptr;  // while the object is waiting for destruction or reuse
