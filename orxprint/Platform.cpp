@@ -1,6 +1,5 @@
 #include "orxprint/Platform.h"
 
-#include <csignal>
 #include <cstdlib>
 
 #if defined(_WIN32)
@@ -10,6 +9,7 @@
 #else
 #  include <dlfcn.h>
 #  include <pthread.h>
+#  include <sched.h>
 #  include <unistd.h>
 #  if defined(__APPLE__)
 #    include <mach-o/dyld.h>
@@ -37,8 +37,8 @@ void UseBinaryStandardStreams() {
 
 unsigned long ProcessNumber() { return GetCurrentProcessId(); }
 
-void FreezeThread(std::thread& thread) noexcept {
-  SuspendThread(static_cast<HANDLE>(thread.native_handle()));
+void LowerPriority(std::thread& thread) noexcept {
+  SetThreadPriority(static_cast<HANDLE>(thread.native_handle()), THREAD_PRIORITY_IDLE);
 }
 
 OpenedLibrary OpenLibrary(const std::filesystem::path& file) {
@@ -72,13 +72,11 @@ void UseBinaryStandardStreams() {}
 
 unsigned long ProcessNumber() { return static_cast<unsigned long>(getpid()); }
 
-void FreezeThread(std::thread& thread) noexcept {
-  struct sigaction action = {};
-  action.sa_handler = [](int) {
-    while (true) pause();
-  };
-  sigfillset(&action.sa_mask);
-  if (sigaction(SIGUSR2, &action, nullptr) == 0) pthread_kill(thread.native_handle(), SIGUSR2);
+void LowerPriority([[maybe_unused]] std::thread& thread) noexcept {
+#  if defined(SCHED_IDLE)
+  const sched_param none = {};
+  pthread_setschedparam(thread.native_handle(), SCHED_IDLE, &none);
+#  endif
 }
 
 OpenedLibrary OpenLibrary(const std::filesystem::path& file) {

@@ -17,9 +17,9 @@ void UseBinaryStandardStreams();
 // A number that no other process has now.
 [[nodiscard]] unsigned long ProcessNumber();
 
-// Stops a thread for good, wherever it is; it keeps whatever locks it holds. Does nothing where the
-// system offers no way to do so.
-void FreezeThread(std::thread& thread) noexcept;
+// Gives a thread only the time that no other has use for. Does nothing where the system offers no
+// way to do so.
+void LowerPriority(std::thread& thread) noexcept;
 
 // A dynamic library. It stays loaded until the program ends, for what it registered points into it.
 struct OpenedLibrary {

@@ -50,8 +50,12 @@ void RunControl::Leave(std::thread& thread) noexcept {
   const std::lock_guard lock(door);
   state = State::Left;
   anyRunWasLeft = true;
-  FreezeThread(thread);
+  LowerPriority(thread);
   thread.detach();
+}
+
+void RunControl::Park(std::unique_lock<std::mutex>& lock) noexcept {
+  while (true) parkingPlace.wait(lock);
 }
 
 void Run(std::shared_ptr<RunControl> control, std::function<void()> work,

@@ -3,9 +3,10 @@
 // A document can keep the interpreter inside a single token for ever, so nothing but the platform's
 // thread boundary is between a run and the person's time. The thread that waits asks a run to stop
 // in two steps. First the input seems to end, which brings every ordinary run back within moments.
-// A run that does not come back is left behind: its thread is frozen where it is, with whatever it
-// holds. Nothing that such a thread can reach may be taken down, so the work that it runs owns all
-// of that, memory that it allocated must not be freed, and the program must end without unwinding.
+// A run that does not come back is left behind: its thread gives way to all others and never returns
+// from its next call to the host. It is not frozen where it is, for it may hold the allocator's lock.
+// Nothing that such a thread can reach may be taken down, so the work that it runs owns all of that,
+// and the program must end without unwinding.
 #pragma once
 
 #include <atomic>
@@ -47,10 +48,11 @@ public:
   std::function<void(const ORXUnicodeString& line)> onReport;
 
   // Does a piece of the run's visible work. Returns 0, or -1 when nothing was done because the run
-  // is being stopped.
+  // is being stopped. Does not return to a run that was left.
   template <typename Work>
   int Enter(Work&& work) noexcept {
-    const std::lock_guard lock(door);
+    std::unique_lock lock(door);
+    if (state == State::Left) Park(lock);
     if (state != State::Running) return -1;
     ++calls;
     try {
@@ -61,9 +63,10 @@ public:
     return 0;
   }
 
-  // Whether the input may still be read.
-  [[nodiscard]] bool MayRead() const noexcept {
-    return state.load(std::memory_order_relaxed) == State::Running;
+  // Whether the input may still be read. Does not return to a run that was left.
+  [[nodiscard]] bool MayRead() noexcept {
+    if (state.load(std::memory_order_relaxed) == State::Running) return true;
+    return Enter([] {}) == 0;
   }
 
   // Takes a line of the framework's report, which says that memory is low.
@@ -86,6 +89,7 @@ private:
 
   void Finish();
   void Leave(std::thread& thread) noexcept;
+  void Park(std::unique_lock<std::mutex>& lock) noexcept;
 
   std::mutex door;
   std::atomic<State> state = State::Running;
@@ -93,6 +97,7 @@ private:
   std::atomic<std::uint64_t> calls = 0;
   std::mutex finishDoor;
   std::condition_variable finishSignal;
+  std::condition_variable parkingPlace;  // nobody is ever called from there
   bool finished = false;
 };
 
