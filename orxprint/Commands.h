@@ -3,7 +3,6 @@
 #pragma once
 
 #include "orxprint/CommandLine.h"
-#include "orxprint/Document.h"
 #include "orxprint/Plugin.h"
 
 namespace orxprint {
@@ -14,8 +13,5 @@ namespace orxprint {
                           const InfoOptions& options);
 [[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,
                            const TraceOptions& options);
-
-// Opens a document and warns when it does not begin like one. Throws Failure.
-[[nodiscard]] Document OpenDocument(const std::string& file);
 
 }  // namespace orxprint

@@ -3,11 +3,15 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <exception>
 #include <optional>
 #include <string_view>
 #include <system_error>
 
+#include "host/ORXPrintPropertiesManager.h"
 #include "orxprint/Failure.h"
+#include "orxprint/GuardedHost.h"
+#include "orxprint/Messages.h"
 
 namespace orxprint {
 
@@ -24,11 +28,15 @@ constexpr std::size_t kPreviewHeaderBytes = 30;
 constexpr std::size_t kOffsetPlace = 4;
 constexpr std::size_t kLengthPlace = 8;
 
-std::string ReadAll(std::FILE* stream) {
+// What comes from a pipe or a device may have no end.
+std::string ReadAll(std::FILE* stream, RunControl& control) {
   std::string bytes;
   char block[1 << 16];
-  while (const std::size_t count = std::fread(block, 1, sizeof block, stream)) {
+  while (control.MayRead()) {
+    const std::size_t count = std::fread(block, 1, sizeof block, stream);
+    if (count == 0) break;
     bytes.append(block, count);
+    if (ORXPrintPropertiesManager::IsLowMemory(kMemoryShare)) control.StopNow(Stop::MemoryLimit);
   }
   if (std::ferror(stream)) {
     throw Failure("cannot be read: " + std::generic_category().message(errno));
@@ -37,11 +45,11 @@ std::string ReadAll(std::FILE* stream) {
 }
 
 // Pipes and devices can be read only once, and not by position.
-std::string ReadSpecialFile(const std::string& name) {
+std::string ReadSpecialFile(const std::string& name, RunControl& control) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"),
                                                              &std::fclose);
   if (!file) throw Failure("cannot be opened: " + std::generic_category().message(errno));
-  return ReadAll(file.get());
+  return ReadAll(file.get(), control);
 }
 
 std::uint64_t NumberAt(std::string_view header, std::size_t place) {
@@ -78,19 +86,21 @@ void RefuseWhatIsNoFile(const std::filesystem::file_status& status) {
 
 }  // namespace
 
-Document::Document(std::string fileName) : name(std::move(fileName)) {
+Document::Document(std::string fileName, RunControl& control) : name(std::move(fileName)) {
   if (IsStandardInput()) {
-    bytes = std::make_shared<const std::string>(ReadAll(stdin));
+    bytes = std::make_shared<const std::string>(ReadAll(stdin, control));
   } else {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(name, error);
     RefuseWhatIsNoFile(status);
     if (std::filesystem::is_other(status)) {
-      bytes = std::make_shared<const std::string>(ReadSpecialFile(name));
+      bytes = std::make_shared<const std::string>(ReadSpecialFile(name, control));
     }
   }
   section = FindPostScript(*MakeStream());
-  comments = std::make_shared<const DocumentComments>(ReadComments(*MakeStream()));
+  const auto stream = MakeStream();
+  GuardedInputStream input(control, *stream);
+  comments = std::make_shared<const DocumentComments>(ReadComments(input));
 }
 
 std::unique_ptr<WindowedInputStream> Document::MakeStream() const {
@@ -105,6 +115,29 @@ std::unique_ptr<WindowedInputStream> Document::MakeStream() const {
 
 std::unique_ptr<WindowedInputStream> Document::MakeCommentStream() const {
   return std::make_unique<MemoryInputStream>(std::string_view(comments->lines));
+}
+
+Document OpenDocument(const std::string& name, const Limits& limits) {
+  struct Opening {
+    std::optional<Document> document;
+    std::exception_ptr failure;
+  };
+  const auto control = std::make_shared<RunControl>();
+  const auto opening = std::make_shared<Opening>();
+  const auto work = [name, control, opening] {
+    try {
+      opening->document.emplace(name, *control);
+    } catch (const Failure&) {
+      opening->failure = std::current_exception();
+    }
+  };
+  Run(control, work, limits, [](std::uint64_t) {});
+  if (const std::optional<Stop> stop = control->Reason()) throw Stopped{*stop};
+  if (opening->failure) std::rethrow_exception(opening->failure);
+  if (!opening->document->Comments().startsLikePostScript) {
+    Warn(name, "does not begin with %! as PostScript does");
+  }
+  return *std::move(opening->document);
 }
 
 }  // namespace orxprint

@@ -10,14 +10,15 @@
 
 #include "framework/InputStreams.h"
 #include "orxprint/DocumentComments.h"
+#include "orxprint/RunControl.h"
 
 namespace orxprint {
 
 class Document {
 public:
-  // Opens a file, or standard input for "-". A file with a preview in front is reduced to its
-  // PostScript section. Throws Failure.
-  explicit Document(std::string fileName);
+  // Opens a file, or standard input for "-", and looks through it as the work of a run under
+  // control. A file with a preview in front is reduced to its PostScript section. Throws Failure.
+  Document(std::string fileName, RunControl& control);
 
   [[nodiscard]] const std::string& Name() const { return name; }
   [[nodiscard]] bool IsStandardInput() const { return name == "-"; }
@@ -34,5 +35,9 @@ private:
   orxframework::FileSection section;
   std::shared_ptr<const DocumentComments> comments;
 };
+
+// Opens a document within its limits and warns when it does not begin like one. Throws Failure, or
+// Stopped when a limit was met before the end of the document was seen.
+[[nodiscard]] Document OpenDocument(const std::string& name, const Limits& limits);
 
 }  // namespace orxprint

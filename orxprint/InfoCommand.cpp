@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <new>
 #include <nlohmann/json.hpp>
 #include <numeric>
 #include <system_error>
@@ -177,21 +176,15 @@ std::string ForPeople(const Description& description, Units units) {
 
 Status DescribeFile(const Plugin& plugin, const CommonOptions& common, Description& description) {
   const std::string file = description.file;
-  try {
+  const Outcome outcome = Attempt(file, [&] {
     const Limits limits = Limits::StartingNow(common.timeLimit);
-    description = Describe(plugin, OpenDocument(file), limits);
+    description = Describe(plugin, OpenDocument(file, limits), limits);
     if (!description.stop) return Status::Done;
     Tell(file, Describe(*description.stop));
     return Status::LimitReached;
-  } catch (const Failure& failure) {
-    description.error = failure.what();
-    Tell(file, failure.what());
-    return Status::FileFailed;
-  } catch (const std::bad_alloc&) {
-    description.error = Describe(Stop::OutOfMemory);
-    Tell(file, description.error);
-    return Status::LimitReached;
-  }
+  });
+  description.error = outcome.problem;
+  return outcome.status;
 }
 
 Status Print(std::string_view text) {

@@ -1,6 +1,5 @@
 #include "orxprint/InterpreterRun.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -12,8 +11,6 @@
 namespace orxprint {
 
 namespace {
-
-constexpr double kLongestSeconds = 1e9;
 
 // Everything that the thread of a run touches, in the order in which it must come into being.
 struct Session {
@@ -35,12 +32,6 @@ struct Session {
 
 }  // namespace
 
-Limits Limits::StartingNow(std::optional<double> seconds) {
-  if (!seconds) return {};
-  const std::chrono::duration<double> time(std::min(*seconds, kLongestSeconds));
-  return {Clock::now() + std::chrono::duration_cast<Clock::duration>(time)};
-}
-
 std::optional<Stop> UseInterpreter(const Plugin& plugin, const Document& document, Reading reading,
                                    const Limits& limits, std::shared_ptr<RunControl> control,
                                    std::function<void(ORXPrintInterpreter&)> work) {
@@ -53,7 +44,7 @@ std::optional<Stop> UseInterpreter(const Plugin& plugin, const Document& documen
         work(*session->interpreter);
         session->interpreter.reset();
       },
-      limits.deadline, [&progress](std::uint64_t calls) { progress.Show(calls); });
+      limits, [&progress](std::uint64_t calls) { progress.Show(calls); });
   return control->Reason();
 }
 

@@ -14,13 +14,6 @@
 
 namespace orxprint {
 
-// What one document may use, from the moment this is made.
-struct Limits {
-  std::optional<Clock::time_point> deadline;
-
-  static Limits StartingNow(std::optional<double> seconds);
-};
-
 // The pages that a pass draws.
 struct PageSelection {
   std::uint8_t allPages = 1;

@@ -1,8 +1,10 @@
 #include "orxprint/Messages.h"
 
 #include <cstdio>
+#include <new>
 
 #include "orxprint/Platform.h"
+#include "orxprint/RunControl.h"
 #include "orxprint/Text.h"
 
 namespace orxprint {
@@ -26,6 +28,21 @@ void Tell(std::string_view text) { WriteLine("orxprint: " + EscapeForTerminal(te
 
 void Warn(std::string_view file, std::string_view text) {
   Tell(file, "warning: " + std::string(text));
+}
+
+Outcome Attempt(std::string_view file, const std::function<Status()>& work) {
+  Outcome outcome;
+  try {
+    return {work(), {}};
+  } catch (const Failure& failure) {
+    outcome = {Status::FileFailed, failure.what()};
+  } catch (const Stopped& stopped) {
+    outcome = {Status::LimitReached, Describe(stopped.reason)};
+  } catch (const std::bad_alloc&) {
+    outcome = {Status::LimitReached, Describe(Stop::OutOfMemory)};
+  }
+  Tell(file, outcome.problem);
+  return outcome;
 }
 
 Progress::Progress(std::string_view file)

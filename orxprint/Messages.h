@@ -4,8 +4,11 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+
+#include "orxprint/Failure.h"
 
 namespace orxprint {
 
@@ -15,6 +18,15 @@ void Tell(std::string_view file, std::string_view text);
 void Tell(std::string_view text);
 // "orxprint: FILE: warning: TEXT".
 void Warn(std::string_view file, std::string_view text);
+
+// How the work on one file ended, and why it failed if it did.
+struct Outcome {
+  Status status = Status::Done;
+  std::string problem;
+};
+// Does the work on one file. A Failure, a Stopped or a lack of memory that it throws is told and
+// becomes the outcome.
+[[nodiscard]] Outcome Attempt(std::string_view file, const std::function<Status()>& work);
 
 // A line at the terminal that shows that work goes on. It appears after a second, is renewed twice
 // a second and is wiped away by the destructor. Shows nothing unless standard error is a terminal.

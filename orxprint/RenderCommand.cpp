@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <new>
 #include <set>
 #include <utility>
 
@@ -40,10 +39,10 @@ public:
         timeLimit(common.timeLimit),
         memoryLimit(common.memoryLimit),
         limits(Limits::StartingNow(common.timeLimit)),
-        document(OpenDocument(file)),
+        document(OpenDocument(file, limits)),
         outputName(ChooseOutput()) {}
 
-  // Draws and writes. Throws Failure.
+  // Draws and writes. Throws what Attempt takes.
   Status Work() {
     CheckOutput();
     Draw();
@@ -204,34 +203,15 @@ private:
   std::optional<Stop> stop;
 };
 
-Status RenderFile(const Plugin& plugin, const CommonOptions& common, const RenderOptions& options,
-                  std::set<fs::path>& written, const std::string& file) {
-  try {
-    return Rendering(plugin, common, options, written, file).Work();
-  } catch (const Failure& failure) {
-    Tell(file, failure.what());
-    return Status::FileFailed;
-  } catch (const std::bad_alloc&) {
-    Tell(file, Describe(Stop::OutOfMemory));
-    return Status::LimitReached;
-  }
-}
-
 }  // namespace
-
-Document OpenDocument(const std::string& file) {
-  Document document(file);
-  if (!document.Comments().startsLikePostScript) {
-    Warn(file, "does not begin with %! as PostScript does");
-  }
-  return document;
-}
 
 Status Render(const Plugin& plugin, const CommonOptions& common, const RenderOptions& options) {
   std::set<fs::path> written;
   Status gravest = Status::Done;
   for (const std::string& file : options.files) {
-    gravest = Gravest(gravest, RenderFile(plugin, common, options, written, file));
+    const Outcome outcome =
+        Attempt(file, [&] { return Rendering(plugin, common, options, written, file).Work(); });
+    gravest = Gravest(gravest, outcome.status);
   }
   return gravest;
 }

@@ -1,5 +1,6 @@
 #include "orxprint/RunControl.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "framework/PropertiesControl.h"
@@ -14,11 +15,18 @@ namespace {
 // How long a run may take to notice that it is to stop.
 constexpr auto kGrace = std::chrono::milliseconds(200);
 constexpr auto kLook = std::chrono::milliseconds(50);
+constexpr double kLongestSeconds = 1e9;
 
 std::atomic<bool> anyRunWasLeft = false;
 thread_local RunControl* controlOfThread = nullptr;
 
 }  // namespace
+
+Limits Limits::StartingNow(std::optional<double> seconds) {
+  if (!seconds) return {};
+  const std::chrono::duration<double> time(std::min(*seconds, kLongestSeconds));
+  return {Clock::now() + std::chrono::duration_cast<Clock::duration>(time)};
+}
 
 void RunControl::TakeReport(const ORXUnicodeString& line) noexcept {
   Enter([&] {
@@ -58,8 +66,7 @@ void RunControl::Park(std::unique_lock<std::mutex>& lock) noexcept {
   while (true) parkingPlace.wait(lock);
 }
 
-void Run(std::shared_ptr<RunControl> control, std::function<void()> work,
-         std::optional<Clock::time_point> deadline,
+void Run(std::shared_ptr<RunControl> control, std::function<void()> work, const Limits& limits,
          const std::function<void(std::uint64_t calls)>& onWait) {
   std::thread thread;
   try {
@@ -80,7 +87,7 @@ void Run(std::shared_ptr<RunControl> control, std::function<void()> work,
   std::unique_lock lock(control->finishDoor);
   while (!control->finishSignal.wait_for(lock, kLook, [&] { return control->finished; })) {
     onWait(control->Calls());
-    if (deadline && Clock::now() >= *deadline) control->StopNow(Stop::TimeLimit);
+    if (limits.deadline && Clock::now() >= *limits.deadline) control->StopNow(Stop::TimeLimit);
     if (ORXPrintPropertiesManager::IsLowMemory(kMemoryShare)) control->StopNow(Stop::MemoryLimit);
     if (!control->Reason()) continue;
     if (!patienceEnds) patienceEnds = Clock::now() + kGrace;

@@ -3,10 +3,10 @@
 // A document can keep the interpreter inside a single token for ever, so nothing but the platform's
 // thread boundary is between a run and the person's time. The thread that waits asks a run to stop
 // in two steps. First the input seems to end, which brings every ordinary run back within moments.
-// A run that does not come back is left behind: its thread gives way to all others and never returns
-// from its next call to the host. It is not frozen where it is, for it may hold the allocator's lock.
-// Nothing that such a thread can reach may be taken down, so the work that it runs owns all of that,
-// and the program must end without unwinding.
+// A run that does not come back is left behind: its thread gives way to all others and never
+// returns from its next call to the host. It is not frozen where it is, for it may hold the
+// allocator's lock. Nothing that such a thread can reach may be taken down, so the work that it
+// runs owns all of that, and the program must end without unwinding.
 #pragma once
 
 #include <atomic>
@@ -38,6 +38,18 @@ enum class Stop {
   OutOfMemory,   // an allocation of the host failed
   OutputFailed,  // what the run writes to takes no more
   GaveUp,        // the interpreter says that it could not go on
+};
+
+// What one document may use, from the moment this is made.
+struct Limits {
+  std::optional<Clock::time_point> deadline;
+
+  static Limits StartingNow(std::optional<double> seconds);
+};
+
+// Thrown where a run that was stopped leaves nothing to go on with.
+struct Stopped {
+  Stop reason;
 };
 
 // What the running and the waiting thread share. Everything drawn or reported during the run is
@@ -81,8 +93,7 @@ public:
 
 private:
   friend void Run(std::shared_ptr<RunControl> control, std::function<void()> work,
-                  std::optional<Clock::time_point> deadline,
-                  const std::function<void(std::uint64_t calls)>& onWait);
+                  const Limits& limits, const std::function<void(std::uint64_t calls)>& onWait);
 
   enum class State { Running, Stopping, Left };
   static constexpr int kNoReason = -1;
@@ -104,8 +115,7 @@ private:
 // Runs `work` on a thread of its own and returns when it is over, or when it had to be left behind.
 // `onWait` is called about twenty times a second meanwhile. Throws Failure when no thread can be
 // had.
-void Run(std::shared_ptr<RunControl> control, std::function<void()> work,
-         std::optional<Clock::time_point> deadline,
+void Run(std::shared_ptr<RunControl> control, std::function<void()> work, const Limits& limits,
          const std::function<void(std::uint64_t calls)>& onWait);
 
 // Whether any run has been left behind: the program must then end by std::_Exit.

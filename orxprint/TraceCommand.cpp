@@ -56,20 +56,14 @@ std::optional<Stop> TraceDocument(const Plugin& plugin, const Document& document
 }  // namespace
 
 Status Trace(const Plugin& plugin, const CommonOptions& common, const TraceOptions& options) {
-  try {
+  const auto work = [&] {
     const Limits limits = Limits::StartingNow(common.timeLimit);
-    const Document document = OpenDocument(options.file);
+    const Document document = OpenDocument(options.file, limits);
     const std::optional<Stop> stop = TraceDocument(plugin, document, limits, options);
-    if (!stop) return Status::Done;
-    Tell(options.file, Describe(*stop));
-    return Status::LimitReached;
-  } catch (const Failure& failure) {
-    Tell(options.file, failure.what());
-    return Status::FileFailed;
-  } catch (const std::bad_alloc&) {
-    Tell(options.file, Describe(Stop::OutOfMemory));
-    return Status::LimitReached;
-  }
+    if (stop) throw Stopped{*stop};
+    return Status::Done;
+  };
+  return Attempt(options.file, work).status;
 }
 
 }  // namespace orxprint

@@ -52,6 +52,6 @@ int main(int argumentCount, char** arguments) {
   }
   if (!AnyRunWasLeft()) return static_cast<int>(status);
   // A thread is still inside the library: nothing that it can reach may be taken down.
-  std::fflush(nullptr);
+  std::fflush(stdout);
   std::_Exit(static_cast<int>(status));
 }

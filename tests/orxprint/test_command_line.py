@@ -462,9 +462,19 @@ class Limits(CommandLine):
         self.assertEqual(endless["pageSize"]["width"], other["pageSize"]["width"])
         self.assertEqual(other["statistics"]["closedPaths"], 1)
 
+    def test_input_without_end_is_given_up(self):
+        os.mkfifo(self.folder / "silent.eps")
+        self.write("a.eps", HALF)
+        limit = ["--time-limit", "1"]
+        message = "silent.eps: stopped by the time limit"
+        self.expect(4, "render", "silent.eps", "a.eps", *limit, message=message)
+        self.assertEqual(self.files(), ["a.eps", "a.svg", "silent.eps"])
+        message = "/dev/zero: stopped: memory runs low"
+        self.expect(4, "info", "/dev/zero", "--memory-limit", "128M", message=message)
+
     def test_between_tokens_a_run_stops_by_itself(self):
-        self.write("long.eps", HEADER + BOX + "10 20 moveto 1 1 rlineto stroke\n" * 3_000_000)
-        printed = self.expect(4, "info", "long.eps", "--json", "--time-limit", "0.5")
+        self.write("long.eps", ENDLESS.replace("a59\n", "a9\n" * 1_000_000))
+        printed = self.expect(4, "info", "long.eps", "--json", "--time-limit", "1")
         self.assertGreater(json.loads(printed)[0]["statistics"]["lines"], 0)
 
     def test_a_document_that_fills_memory_is_stopped(self):
