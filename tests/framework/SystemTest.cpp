@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <new>
 #include <set>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -81,15 +79,6 @@ TEST(Properties, AnswerWhatTheHostHasSetUntilTheScopeEnds) {
   EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.9F), 0);
   ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, "two");
   EXPECT_EQ(report, std::vector<std::string>{"2 one"});
-}
-
-TEST(Properties, WhatACallbackThrowsGoesNoFurther) {
-  const ScopedProperties scope;
-  PropertiesControl::SetMemoryGauge([](float) -> int { throw std::runtime_error("gauge"); });
-  PropertiesControl::SetReportSink(
-      [](PrintInfoType, const ORXUnicodeString&) { throw std::bad_alloc(); });
-  EXPECT_EQ(ORXPrintPropertiesManager::IsLowMemory(0.9F), 0);
-  ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, "lost");
 }
 
 }  // namespace
