@@ -128,10 +128,15 @@ bool RunPass(ORXPrintEPSInterpreter& interpreter) noexcept {
 // A pass from opening the input to closing it.
 bool RunWholePass(ORXPrintEPSInterpreter& interpreter) noexcept {
   interpreter.pageCounter = 0;
+  interpreter.stopped = false;
   interpreter.inputStream->Open("rb");
   const bool ran = RunPass(interpreter);
   interpreter.inputStream->Close();
   if (ran) interpreter.dictionaries = {};
+  if (interpreter.watcher) {
+    interpreter.watcher->PassEnded(
+        {interpreter.stopped ? ORXPassResult::Stopped : ORXPassResult::Complete});
+  }
   return ran;
 }
 

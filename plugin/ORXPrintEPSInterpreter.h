@@ -15,6 +15,7 @@
 #include <string>
 
 #include "graphics/GraphicsStates.h"
+#include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "host/PrintInputStream.h"
 #include "plugin/StatisticsRecord.h"
@@ -58,7 +59,7 @@ struct ScannerState {
   std::string text;
 };
 
-class ORXPrintEPSInterpreter final : public ORXPrintInterpreter {
+class ORXPrintEPSInterpreter final : public ORXPrintInterpreter, public ORXWatchable {
 public:
   // Throws std::bad_alloc. `input` may be null: queries and passes then find nothing.
   explicit ORXPrintEPSInterpreter(PrintInputStream* input);
@@ -73,6 +74,13 @@ public:
   // A pass that draws. 0 without a generator or an input, and when memory runs out before the
   // program has begun.
   int Generate(PrintGenerator* newGenerator) noexcept override;
+
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
+  // Whether the watcher lets the run go on; its refusal holds until the pass ends.
+  [[nodiscard]] bool MayGoOn() noexcept {
+    if (watcher && !stopped) stopped = !watcher->MayGoOn();
+    return !stopped;
+  }
 
   using ORXPrintInterpreter::AllPagesFlag;
   using ORXPrintInterpreter::SelectedPage;
@@ -106,6 +114,9 @@ public:
   std::uint32_t pageCounter = 0;  // "%%Page:" comments met in this pass
   PageState pageState = PageState::NoPage;
   StatisticsRecord* statistics = nullptr;  // attached only while a pass counts
+
+  ORXInterpreterWatcher* watcher = nullptr;  // borrowed
+  bool stopped = false;                      // the watcher ended the pass that runs
 
   std::uint8_t errorFlag = 0;       // 1 once any error has been raised
   const char* lastError = nullptr;  // its name, for whoever debugs; nothing in a run reads it

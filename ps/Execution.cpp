@@ -46,7 +46,8 @@ void BeginExecution(ORXPrintEPSInterpreter& interpreter, PSObject* object) {
 
 // Goes on with what runs until only `depth` frames are left.
 void RunDownTo(ORXPrintEPSInterpreter& interpreter, std::size_t depth) {
-  while (interpreter.executionStack.Depth() > depth) {
+  for (std::uint32_t step = 1; interpreter.executionStack.Depth() > depth; ++step) {
+    if (step % 4096 == 0 && !interpreter.MayGoOn()) return interpreter.executionStack.Abandon();
     if (PSObject* next = interpreter.executionStack.Advance()) BeginExecution(interpreter, next);
   }
 }

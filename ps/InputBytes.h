@@ -8,13 +8,14 @@ namespace orxeps {
 
 // Reads a byte; false, and `byte` as it was, when there is none.
 inline bool ReadInputByte(ORXPrintEPSInterpreter& interpreter, char& byte) {
-  if (interpreter.inputStream->ReadByte(&byte) < 0) return false;
+  if ((interpreter.scanner.bytesRead & 0xFFF) == 0 && !interpreter.MayGoOn()) return false;
+  if (interpreter.stopped || interpreter.inputStream->ReadByte(&byte) < 0) return false;
   ++interpreter.scanner.bytesRead;
   return true;
 }
 
 [[nodiscard]] inline bool InputIsReadable(const ORXPrintEPSInterpreter& interpreter) {
-  return interpreter.inputStream->IsReadable() == 1;
+  return !interpreter.stopped && interpreter.inputStream->IsReadable() == 1;
 }
 
 }  // namespace orxeps

@@ -1,0 +1,58 @@
+// An optional interface between a host and an interpreter: a host that wants to stop a run, or to
+// know how one ended, hands the interpreter a watcher.
+//
+// A host finds the interface with a dynamic_cast from ORXPrintInterpreter* to ORXWatchable*; an
+// interpreter that does not offer it answers null, and a host that never asks notices nothing.
+// Watching changes no answer and no call on the generator, except that a pass ends where the
+// watcher says so.
+//
+//   if (auto* watchable = dynamic_cast<ORXWatchable*>(interpreter))
+//   watchable->SetWatcher(&watcher);
+#pragma once
+
+#include <cstdint>
+
+// How a pass or a query came to its end.
+enum class ORXPassResult : std::uint32_t {
+  Complete = 0,   // the end of the data, or of what was asked for
+  Stopped = 1,    // the watcher said so
+  LowMemory = 2,  // the framework's gauge said so, and its error action is to stop
+  LimitMet = 3,   // to the end of the data, but a ceiling of the interpreter took effect on the way
+  ReadFailed = 4,   // a read failed while the input said that it was readable
+  OutOfMemory = 5,  // an allocation failed; what needed it is missing
+  HostThrew = 6,    // an exception came out of the input or the generator
+};
+
+struct ORXPassEnd {
+  ORXPassResult result = ORXPassResult::Complete;
+  // The name of the first error of that kind ("VMerror", "limitcheck", ...), a literal; empty where
+  // there is none.
+  const char* error = "";
+  // Bytes of the document from its start to where that happened; to where the pass ended otherwise.
+  std::uint64_t position = 0;
+};
+
+// Called on the thread that runs the pass, in its middle: from here no operation of the interpreter
+// may be called, and nothing may be thrown.
+class ORXInterpreterWatcher {
+public:
+  // Asked every few thousand steps of a run, from within operations whose work grows with their
+  // data, and before the input is read. False ends the pass or query as the end of the input would,
+  // after the operator that runs; it is not asked again then.
+  virtual bool MayGoOn() noexcept = 0;
+  // Told once at the end of each pass and query, before the call that started it returns.
+  virtual void PassEnded(const ORXPassEnd& end) noexcept = 0;
+
+protected:
+  ~ORXInterpreterWatcher() = default;
+};
+
+class ORXWatchable {
+public:
+  // The watcher is borrowed and stays until another takes its place; null for none. Not to be
+  // called in the middle of a pass.
+  virtual void SetWatcher(ORXInterpreterWatcher* watcher) noexcept = 0;
+
+protected:
+  ~ORXWatchable() = default;
+};
