@@ -11,12 +11,22 @@
 #include <optional>
 #include <span>
 
-#include "orxprint/Clipping.h"
-#include "orxprint/DisplayList.h"
+#include "drawing/Clipping.h"
+#include "drawing/DisplayList.h"
+#include "drawing/Geometry.h"
 #include "orxprint/ImageSurfaces.h"
 #include "orxprint/RunControl.h"
 
 namespace orxprint {
+
+using orxdrawing::Box;
+using orxdrawing::Colour;
+using orxdrawing::DisplayList;
+using orxdrawing::LineCap;
+using orxdrawing::PlacedImage;
+using orxdrawing::Point;
+using orxdrawing::Polyline;
+using orxdrawing::Shape;
 
 // What kind of surface is painted on, for images are handed over in the form that it keeps best.
 enum class Canvas {

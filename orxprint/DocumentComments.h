@@ -13,21 +13,12 @@
 #include <string_view>
 #include <vector>
 
+#include "drawing/Geometry.h"
 #include "host/PrintInputStream.h"
 
 namespace orxprint {
 
-// A rectangle, y upwards, in points where nothing else is said.
-struct Box {
-  double left = 0;
-  double bottom = 0;
-  double right = 0;
-  double top = 0;
-
-  [[nodiscard]] double Width() const { return right - left; }
-  [[nodiscard]] double Height() const { return top - bottom; }
-  friend bool operator==(const Box&, const Box&) = default;
-};
+using orxdrawing::Box;
 
 struct DocumentComments {
   bool startsLikePostScript = false;       // begins with "%!"

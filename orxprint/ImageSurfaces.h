@@ -9,9 +9,11 @@
 
 #include <memory>
 
-#include "orxprint/DisplayList.h"
+#include "drawing/DisplayList.h"
 
 namespace orxprint {
+
+using orxdrawing::ImageSamples;
 
 struct SurfaceDestroyer {
   void operator()(cairo_surface_t* surface) const noexcept { cairo_surface_destroy(surface); }

@@ -11,15 +11,18 @@
 #include <numeric>
 #include <system_error>
 
+#include "drawing/Text.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Messages.h"
 #include "orxprint/PageQuestions.h"
-#include "orxprint/Text.h"
 
 namespace orxprint {
 
 namespace {
 
+using orxdrawing::AppendFloat;
+using orxdrawing::EscapeForTerminal;
+using orxdrawing::ShortNumber;
 using Json = nlohmann::ordered_json;
 
 constexpr int kJsonVersion = 1;

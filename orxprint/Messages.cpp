@@ -3,13 +3,15 @@
 #include <cstdio>
 #include <new>
 
+#include "drawing/Text.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
-#include "orxprint/Text.h"
 
 namespace orxprint {
 
 namespace {
+
+using orxdrawing::EscapeForTerminal;
 
 constexpr std::string_view kWipeLine = "\r\x1b[K";
 

@@ -8,13 +8,15 @@
 #include <new>
 #include <string>
 
+#include "drawing/Text.h"
 #include "orxprint/Failure.h"
 #include "orxprint/SvgTidier.h"
-#include "orxprint/Text.h"
 
 namespace orxprint {
 
 namespace {
+
+using orxdrawing::ShortNumber;
 
 // Larger pages do not fit into Cairo's fixed point numbers.
 constexpr double kMostPoints = 1'000'000;

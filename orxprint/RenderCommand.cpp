@@ -5,8 +5,9 @@
 #include <set>
 #include <utility>
 
+#include "drawing/DisplayRecorder.h"
+#include "drawing/NullGenerator.h"
 #include "orxprint/Commands.h"
-#include "orxprint/DisplayRecorder.h"
 #include "orxprint/InterpreterRun.h"
 #include "orxprint/Messages.h"
 #include "orxprint/PageAreas.h"
@@ -18,6 +19,9 @@ namespace orxprint {
 namespace {
 
 namespace fs = std::filesystem;
+
+using orxdrawing::DisplayRecorder;
+using orxdrawing::NullGenerator;
 
 // Under a time limit painting may take as long as interpreting, or this many seconds. What was
 // painted as SVG or PDF takes Cairo several times as long again to write.

@@ -4,14 +4,16 @@
 #include <memory>
 #include <system_error>
 
+#include "drawing/TraceGenerator.h"
 #include "orxprint/Commands.h"
 #include "orxprint/InterpreterRun.h"
 #include "orxprint/Messages.h"
-#include "orxprint/TraceGenerator.h"
 
 namespace orxprint {
 
 namespace {
+
+using orxdrawing::TraceGenerator;
 
 // Writes to standard output, and stops the run when that takes no more.
 class StandardOutputSink {

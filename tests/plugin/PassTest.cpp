@@ -76,8 +76,8 @@ TEST(Passes, WithoutInputOrGeneratorDoNothing) {
   Interpretation document("1");
   EXPECT_EQ(document.Get().Generate(nullptr), 0);
   EXPECT_EQ(document.Stack(), "");
-  orxprint::TraceGenerator tracer(orxprint::TraceGenerator::Samples::Summary,
-                                  [](std::string_view) {});
+  orxdrawing::TraceGenerator tracer(orxprint::TraceGenerator::Samples::Summary,
+                                    [](std::string_view) {});
   orxeps::ORXPrintEPSInterpreter interpreter(nullptr);
   EXPECT_EQ(interpreter.Generate(&tracer), 0);
   ORXListValORXUnicodeString lines;

@@ -84,7 +84,7 @@ Interpretation::Interpretation(std::string_view program)
 
 Interpretation::Interpretation(ExactBytes exact)
     : bytes(std::string(exact.bytes)),
-      tracer(orxprint::TraceGenerator::Samples::Written,
+      tracer(orxdrawing::TraceGenerator::Samples::Written,
              [this](std::string_view text) { calls += text; }),
       interpreter(std::make_unique<orxeps::ORXPrintEPSInterpreter>(&input)) {}
 

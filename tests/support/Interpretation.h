@@ -11,9 +11,9 @@
 #include <string>
 #include <string_view>
 
+#include "drawing/TraceGenerator.h"
 #include "framework/CheckedHost.h"
 #include "framework/InputStreams.h"
-#include "orxprint/TraceGenerator.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
 
 namespace orxtests {
@@ -63,7 +63,7 @@ private:
   std::string calls;
   orxframework::MemoryInputStream bytes;
   orxframework::CheckedInputStream input{bytes};
-  orxprint::TraceGenerator tracer;
+  orxdrawing::TraceGenerator tracer;
   orxframework::CheckedGenerator generator{tracer};
   std::unique_ptr<orxeps::ORXPrintEPSInterpreter> interpreter;
   bool circlesExpected = false;

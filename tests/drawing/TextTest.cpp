@@ -1,5 +1,5 @@
 // Numbers, escapes, checksums and the lines of the trace.
-#include "orxprint/Text.h"
+#include "drawing/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
+#include "drawing/TraceGenerator.h"
 #include "host/ORXPixelImage.h"
-#include "orxprint/TraceGenerator.h"
 
-namespace orxprint {
+namespace orxdrawing {
 namespace {
 
 std::string FloatText(float value) {
@@ -93,4 +93,4 @@ TEST(TraceGenerator, WritesEveryCallAsOneLine) {
 }
 
 }  // namespace
-}  // namespace orxprint
+}  // namespace orxdrawing

@@ -1,11 +1,11 @@
-// Texts that leave the program: numbers as the trace writes them, and words of documents made
-// harmless before a person's terminal sees them.
+// Texts for people and programs: numbers as the trace writes them, and words of documents made
+// harmless before a terminal sees them.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-namespace orxprint {
+namespace orxdrawing {
 
 // Appends the shortest text that reads back as the same float; "inf", "-inf" and "nan" otherwise.
 void AppendFloat(std::string& text, float value);
@@ -18,4 +18,4 @@ void AppendFloat(std::string& text, float value);
 // stays as it is.
 [[nodiscard]] std::string EscapeForTerminal(std::string_view text);
 
-}  // namespace orxprint
+}  // namespace orxdrawing

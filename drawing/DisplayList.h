@@ -11,9 +11,9 @@
 #include <span>
 #include <vector>
 
-#include "orxprint/DocumentComments.h"
+#include "drawing/Geometry.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 struct Colour {
   float red = 0;
@@ -108,4 +108,4 @@ private:
   std::vector<std::size_t> pageStarts;  // the first shape of the second page, of the third ...
 };
 
-}  // namespace orxprint
+}  // namespace orxdrawing

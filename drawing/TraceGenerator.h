@@ -10,7 +10,7 @@
 #include "host/ORXUnicodeString.h"
 #include "host/PrintGenerator.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 // Lines gather in a buffer that is handed on when it is large; Flush hands on the rest.
 class TraceGenerator final : public PrintGenerator {
@@ -53,4 +53,4 @@ private:
   std::string text;
 };
 
-}  // namespace orxprint
+}  // namespace orxdrawing

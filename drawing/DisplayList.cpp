@@ -1,10 +1,10 @@
-#include "orxprint/DisplayList.h"
+#include "drawing/DisplayList.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -128,4 +128,4 @@ std::optional<Box> DisplayList::Extent(std::size_t page, double pointsPerUnit) c
   return collector.Extent();
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

@@ -1,11 +1,11 @@
-#include "orxprint/Text.h"
+#include "drawing/Text.h"
 
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -81,4 +81,4 @@ std::string EscapeForTerminal(std::string_view text) {
   return harmless;
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

@@ -5,16 +5,9 @@
 #include <span>
 #include <vector>
 
-#include "orxprint/DocumentComments.h"
+#include "drawing/Geometry.h"
 
-namespace orxprint {
-
-struct Point {
-  double x = 0;
-  double y = 0;
-
-  friend bool operator==(const Point&, const Point&) = default;
-};
+namespace orxdrawing {
 
 using Polyline = std::vector<Point>;
 
@@ -24,4 +17,4 @@ using Polyline = std::vector<Point>;
 // The part of an area that lies within the box, as one contour that may run along the border.
 [[nodiscard]] Polyline ClipArea(std::span<const Point> contour, const Box& box);
 
-}  // namespace orxprint
+}  // namespace orxdrawing

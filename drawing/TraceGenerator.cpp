@@ -1,4 +1,4 @@
-#include "orxprint/TraceGenerator.h"
+#include "drawing/TraceGenerator.h"
 
 #include <zlib.h>
 
@@ -7,10 +7,10 @@
 #include <numeric>
 #include <utility>
 
+#include "drawing/Text.h"
 #include "host/ORXPixelImage.h"
-#include "orxprint/Text.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -135,4 +135,4 @@ int TraceGenerator::SetLineWidth(float width) { return Line("SetLineWidth", widt
 int TraceGenerator::SetLineCap(int cap) { return Line("SetLineCap", cap); }
 int TraceGenerator::SetFillRule(int rule) { return Line("SetFillRule", rule); }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

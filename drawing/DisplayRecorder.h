@@ -6,10 +6,10 @@
 #include <functional>
 #include <utility>
 
+#include "drawing/DisplayList.h"
 #include "host/PrintGenerator.h"
-#include "orxprint/DisplayList.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 // A stroke is everything between one attribute call and the next, so that its joins come out right.
 class DisplayRecorder final : public PrintGenerator {
@@ -60,20 +60,4 @@ private:
   bool strokeIsOpen = false;
 };
 
-// Drops everything, for runs whose time alone is of interest.
-class NullGenerator final : public PrintGenerator {
-public:
-  int NewPage() override { return 0; }
-  int MoveTo(float, float) override { return 0; }
-  int LineTo(float, float) override { return 0; }
-  int FillArea(int, int*, float*) override { return 0; }
-  int DrawImage(float, float, int, ORXPixelImage*) override { return 0; }
-  int DefineColor(int, float, float, float) override { return 0; }
-  int SetLineColor(int) override { return 0; }
-  int SetFillColor(int) override { return 0; }
-  int SetLineWidth(float) override { return 0; }
-  int SetLineCap(int) override { return 0; }
-  int SetFillRule(int) override { return 0; }
-};
-
-}  // namespace orxprint
+}  // namespace orxdrawing

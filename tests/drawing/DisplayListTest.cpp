@@ -1,5 +1,5 @@
 // What the recorder keeps of a document's calls, and the cutting of far coordinates.
-#include "orxprint/DisplayList.h"
+#include "drawing/DisplayList.h"
 
 #include <gtest/gtest.h>
 
@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "drawing/Clipping.h"
+#include "drawing/DisplayRecorder.h"
 #include "host/ORXPixelImage.h"
-#include "orxprint/Clipping.h"
-#include "orxprint/DisplayRecorder.h"
 
-namespace orxprint {
+namespace orxdrawing {
 namespace {
 
 // Shapes as text: kind, then the point counts of the contours.
@@ -152,4 +152,4 @@ TEST(Clipping, KeepsThePartOfAnAreaThatIsInside) {
 }
 
 }  // namespace
-}  // namespace orxprint
+}  // namespace orxdrawing

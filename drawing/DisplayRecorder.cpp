@@ -1,11 +1,11 @@
-#include "orxprint/DisplayRecorder.h"
+#include "drawing/DisplayRecorder.h"
 
 #include <numeric>
 #include <utility>
 
 #include "host/ORXPixelImage.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -134,4 +134,4 @@ int DisplayRecorder::SetFillRule(int rule) {
   return EndStroke();
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

@@ -1,10 +1,10 @@
-#include "orxprint/Clipping.h"
+#include "drawing/Clipping.h"
 
 #include <algorithm>
 #include <optional>
 #include <utility>
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -83,4 +83,4 @@ Polyline ClipArea(std::span<const Point> contour, const Box& box) {
   return area;
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing
