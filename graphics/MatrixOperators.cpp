@@ -80,8 +80,7 @@ ResultCode Concat(Machine& machine, Canvas& canvas) {
   const auto number = [&elements](std::int32_t position) {
     return static_cast<double>(NumberOf(*elements.At(position)));
   };
-  ConcatToCtm(canvas,
-              MakeMatrix(number(1), number(2), number(3), number(4), number(5), number(6)));
+  ConcatToCtm(canvas, MakeMatrix(number(1), number(2), number(3), number(4), number(5), number(6)));
   return ResultCode::Ran;
 }
 

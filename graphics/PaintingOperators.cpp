@@ -31,8 +31,7 @@ ResultCode EoFill(Canvas& canvas) { return FillPath(canvas, FillRule::EvenOdd); 
 ResultCode SetLineWidth(Machine& machine, Canvas& canvas) {
   constexpr float kDefaultWidth = 0.1F;
   const float width = TakeNumber(machine);
-  canvas.Current().lineWidth =
-      width > 0.0F ? width * canvas.unitScale : kDefaultWidth;
+  canvas.Current().lineWidth = width > 0.0F ? width * canvas.unitScale : kDefaultWidth;
   return ResultCode::Ran;
 }
 

@@ -144,8 +144,8 @@ ResultCode AddArc(Machine& machine, GraphicsStates& states, ArcDirection directi
   SinesAndCosines(radians, sines, cosines);
   const ORXMath3x3Matrix ctm = states.current.ctm;
   const auto append = [&](std::size_t i, PathPointKind kind) {
-    const FloatPoint point = TransformPoint(
-        ctm, {cosines[i] * radius + center.x, sines[i] * radius + center.y});
+    const FloatPoint point =
+        TransformPoint(ctm, {cosines[i] * radius + center.x, sines[i] * radius + center.y});
     states.AppendPoint(point.x, point.y, kind);
   };
   if (states.PathCount() == 0) append(0, PathPointKind::Move);

@@ -124,8 +124,7 @@ FilterStatus RunLengthDecodeFilter::Decode(std::span<const unsigned char> encode
   return DecodeByHost(RunLengthDecode, encoded, decoded);
 }
 
-FilterStatus RunLengthDecodeFilter::ReadAndDecode(InputReader* /*input*/,
-                                                  ByteBuffer& decoded) {
+FilterStatus RunLengthDecodeFilter::ReadAndDecode(InputReader* /*input*/, ByteBuffer& decoded) {
   decoded = {};
   return kFilterFailure;
 }

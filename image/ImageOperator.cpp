@@ -47,8 +47,9 @@ ByteBuffer ReadSamples(const PSObject& dataSource) {
   for (std::size_t i = 0; i < filters.size(); ++i) {
     auto* filter = static_cast<DecodeFilter*>(filters[i]);
     ByteBuffer decoded;
-    const FilterStatus status = i == 0 ? filter->ReadAndDecode(dataSource.Parts().fileSource, decoded)
-                                       : filter->Decode(samples.Bytes(), decoded);
+    const FilterStatus status = i == 0
+                                    ? filter->ReadAndDecode(dataSource.Parts().fileSource, decoded)
+                                    : filter->Decode(samples.Bytes(), decoded);
     if (status < 0 || decoded.IsEmpty()) return {};
     samples = std::move(decoded);
   }

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "host/ORXPixelImage.h"
 #include "graphics/Canvas.h"
+#include "host/ORXPixelImage.h"
 
 namespace orxeps {
 

@@ -1,8 +1,8 @@
 // "length", "get", "put" and "forall", which work on several types.
 
 #include "ps/Dictionaries.h"
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 
@@ -38,8 +38,7 @@ ResultCode Length(Machine& machine) {
 
 namespace {
 
-ResultCode GetByPosition(Machine& machine, const PSObject& collection,
-                         const PSObject& key) {
+ResultCode GetByPosition(Machine& machine, const PSObject& collection, const PSObject& key) {
   if (collection.Is(PSObjectType::String)) {
     const ORXString& text = collection.Parts().stringText;
     if (!IsPosition(key, text.Length())) return RaiseError(machine, "rangecheck");
@@ -70,21 +69,18 @@ ResultCode Get(Machine& machine) {
 
 namespace {
 
-void PutElement(Machine& machine, PSObject& array, const PSObject& key,
-                PSRef value) {
+void PutElement(Machine& machine, PSObject& array, const PSObject& key, PSRef value) {
   if (!key.Is(PSObjectType::Integer)) {
     RaiseError(machine, "typecheck");
   } else if (!IsPosition(key, ElementCount(array))) {
     RaiseError(machine, "rangecheck");
   } else {
-    static_cast<void>(
-        array.OwnParts().arrayElements.Replace(key.intValue + 1, std::move(value)));
+    static_cast<void>(array.OwnParts().arrayElements.Replace(key.intValue + 1, std::move(value)));
   }
 }
 
 // A code of 0 takes the character out.
-void PutCharacter(Machine& machine, PSObject& string, const PSObject& key,
-                  const PSObject& value) {
+void PutCharacter(Machine& machine, PSObject& string, const PSObject& key, const PSObject& value) {
   if (!key.Is(PSObjectType::Integer) || !value.Is(PSObjectType::Integer)) {
     RaiseError(machine, "typecheck");
   } else if (!IsPosition(key, string.Parts().stringText.Length())) {

@@ -6,8 +6,8 @@
 
 #include <cmath>
 
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 
@@ -69,8 +69,7 @@ ResultCode IDiv(Machine& machine) {
   const auto b = static_cast<float>(TakeInteger(machine));
   const auto a = static_cast<float>(TakeInteger(machine));
   // A quotient by 0 has no place among the integers.
-  return PushInteger(machine,
-                     b == 0.0F ? TruncateToInteger(INFINITY) : TruncateToInteger(a / b));
+  return PushInteger(machine, b == 0.0F ? TruncateToInteger(INFINITY) : TruncateToInteger(a / b));
 }
 
 // a b mod -> the remainder with the sign of a; 0 when b is 0

@@ -1,7 +1,7 @@
 // Operators that build arrays and move their elements to and from the operand stack.
 
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 

@@ -9,12 +9,12 @@ namespace orxeps {
 
 // Traits of a byte, as bits.
 enum ByteTrait : std::uint8_t {
-  kRegular = 1,       // may be part of a name or a number
-  kDelimiter = 2,     // a token of its own
-  kWhiteSpace = 4,    //
-  kNumeric = 8,       // may be part of a number: a digit or one of + - . E e
-  kNamesComment = 16, // kept of a comment: what regular bytes are, but digits and dots
-  kBeginsBinary = 32, // 128 to 159 begin a token of the binary encoding
+  kRegular = 1,        // may be part of a name or a number
+  kDelimiter = 2,      // a token of its own
+  kWhiteSpace = 4,     //
+  kNumeric = 8,        // may be part of a number: a digit or one of + - . E e
+  kNamesComment = 16,  // kept of a comment: what regular bytes are, but digits and dots
+  kBeginsBinary = 32,  // 128 to 159 begin a token of the binary encoding
 };
 
 namespace detail {

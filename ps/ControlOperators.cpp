@@ -2,8 +2,8 @@
 // operator goes on with what it started.
 
 #include "ps/Execution.h"
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 
@@ -48,9 +48,7 @@ ResultCode IfElse(Machine& machine) {
 }
 
 // bool proc if -> whatever the procedure does
-ResultCode If(Machine& machine) {
-  return Choose(machine, {});
-}
+ResultCode If(Machine& machine) { return Choose(machine, {}); }
 
 // proc bind -> the same procedure, its operator names replaced
 ResultCode Bind(Machine& machine) {

@@ -2,8 +2,8 @@
 
 #include "ps/Dictionaries.h"
 #include "ps/Execution.h"
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 

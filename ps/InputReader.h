@@ -120,8 +120,8 @@ private:
   unsigned blockPosition = 0;
   int stateAhead = 0;  // what the stream answered when the block began
 
-  std::size_t nextBlock = 0;     // what is tried next
-  std::size_t mostAtOnce = 0;    // larger blocks have failed in this pass
+  std::size_t nextBlock = 0;   // what is tried next
+  std::size_t mostAtOnce = 0;  // larger blocks have failed in this pass
   std::size_t largestBlock = kBlockBytes;
   std::uint64_t takenBefore = 0;  // before the block
   std::uint64_t takenAtOpen = 0;

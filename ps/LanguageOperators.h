@@ -1,6 +1,6 @@
-// The operators of the language: one small function each, in the files of their families. Each takes
-// its operands from the operand stack, of which its row says how many are there at least, acts,
-// pushes its results and answers how it went. To add one, write the function and its row.
+// The operators of the language: one small function each, in the files of their families. Each
+// takes its operands from the operand stack, of which its row says how many are there at least,
+// acts, pushes its results and answers how it went. To add one, write the function and its row.
 #pragma once
 
 #include "ps/Machine.h"

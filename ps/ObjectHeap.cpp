@@ -23,10 +23,10 @@ std::size_t CostOf(const PSParts& parts) noexcept {
 constinit const NoParts kNoParts;
 
 void ObjectHeap::AddSlab() {
-  constexpr std::size_t kHeaderBytes = (sizeof(PSObject::SlabHeader) + sizeof(PSObject) - 1) /
-                                       sizeof(PSObject) * sizeof(PSObject);
+  constexpr std::size_t kHeaderBytes =
+      (sizeof(PSObject::SlabHeader) + sizeof(PSObject) - 1) / sizeof(PSObject) * sizeof(PSObject);
   auto* memory = static_cast<std::byte*>(
-      ::operator new(PSObject::kSlabBytes, std::align_val_t{PSObject::kSlabBytes}));
+      ::operator new (PSObject::kSlabBytes, std::align_val_t{PSObject::kSlabBytes}));
   new (memory) PSObject::SlabHeader{this, slabs};
   slabs = memory;
   for (std::size_t place = PSObject::kSlabBytes - sizeof(PSObject); place >= kHeaderBytes;
@@ -48,7 +48,7 @@ ObjectHeap::~ObjectHeap() {
          place >= sizeof(PSObject::SlabHeader); place -= sizeof(PSObject)) {
       delete reinterpret_cast<PSObject*>(memory + place)->parts;
     }
-    ::operator delete(memory, std::align_val_t{PSObject::kSlabBytes});
+    ::operator delete (memory, std::align_val_t{PSObject::kSlabBytes});
   }
 }
 

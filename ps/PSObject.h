@@ -58,8 +58,8 @@ struct PSParts {
   std::size_t chargedBytes = 0;       // what the heap's budget counts of all this
 };
 
-// The parts of an object that has none. Never destroyed: whoever still runs at the end of the process
-// may look at it.
+// The parts of an object that has none. Never destroyed: whoever still runs at the end of the
+// process may look at it.
 union NoParts {
   PSParts parts;
   constexpr NoParts() noexcept : parts{} {}

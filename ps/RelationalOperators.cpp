@@ -1,7 +1,7 @@
 // Comparisons and constants.
 
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 
@@ -42,8 +42,10 @@ bool AreEqualOfOneType(const PSObject& a, const PSObject& b) noexcept {
 bool AreEqual(const PSObject& a, const PSObject& b) noexcept {
   if (a.type == b.type) return AreEqualOfOneType(a, b);
   if (a.IsNumber() && b.IsNumber()) return NumberOf(a) == NumberOf(b);
-  if (a.Is(PSObjectType::Name) && b.Is(PSObjectType::String)) return a.nameText.View() == TextOf(b).View();
-  if (a.Is(PSObjectType::String) && b.Is(PSObjectType::Name)) return TextOf(a).View() == b.nameText.View();
+  if (a.Is(PSObjectType::Name) && b.Is(PSObjectType::String))
+    return a.nameText.View() == TextOf(b).View();
+  if (a.Is(PSObjectType::String) && b.Is(PSObjectType::Name))
+    return TextOf(a).View() == b.nameText.View();
   return false;
 }
 

@@ -3,8 +3,8 @@
 
 #include "ps/Dictionaries.h"
 #include "ps/Execution.h"
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 
@@ -45,8 +45,7 @@ PSObject* FindCategory(Machine& machine, const NameText& name) noexcept {
 }
 
 // The category's entry in userdict, made if there is none.
-PSObject& OpenCategory(Machine& machine, PSObject& userdict,
-                       const NameText& name) {
+PSObject& OpenCategory(Machine& machine, PSObject& userdict, const NameText& name) {
   const ORXHashDico& entries = userdict.Parts().dictEntries;
   if (PSObject* category = DictLocate(entries, name.Text())) return *category;
   PSRef category = machine.heap.Make(PSObjectType::Dictionary);

@@ -97,8 +97,8 @@ private:
 
   Machine& machine;
   CommentListener& listener;
-  std::string text;         // of a token that is not in one piece in the input's block
-  std::string commentText;  // of a comment
+  std::string text;                   // of a token that is not in one piece in the input's block
+  std::string commentText;            // of a comment
   bool stoppedAtBinaryToken = false;  // the last token ended before a byte that begins one
 };
 

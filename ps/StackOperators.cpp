@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "ps/Operands.h"
 #include "ps/LanguageOperators.h"
+#include "ps/Operands.h"
 
 namespace orxeps::operators {
 
@@ -21,9 +21,7 @@ ResultCode Exch(Machine& machine) {
 }
 
 // a dup -> a a, the same object twice
-ResultCode Dup(Machine& machine) {
-  return PushShared(machine, machine.operandStack.Top());
-}
+ResultCode Dup(Machine& machine) { return PushShared(machine, machine.operandStack.Top()); }
 
 // -> mark; also [ and <<
 ResultCode Mark(Machine& machine) {
@@ -31,9 +29,7 @@ ResultCode Mark(Machine& machine) {
 }
 
 // mark a1 ... an counttomark -> mark a1 ... an n; -1 without a mark
-ResultCode CountToMark(Machine& machine) {
-  return PushInteger(machine, CountAboveMark(machine));
-}
+ResultCode CountToMark(Machine& machine) { return PushInteger(machine, CountAboveMark(machine)); }
 
 // mark a1 ... an cleartomark ->; without a mark the whole stack goes
 ResultCode ClearToMark(Machine& machine) {
