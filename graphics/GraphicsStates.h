@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "graphics/GraphicsState.h"
@@ -37,6 +38,13 @@ public:
     }
     current.currentX = x;
     current.currentY = y;
+  }
+  // Adds lines to points, at least one; the last becomes the current point.
+  void AppendLines(std::span<const float> xs, std::span<const float> ys) {
+    buffer.AppendLines(xs, ys);
+    current.path.count += xs.size();
+    current.currentX = xs.back();
+    current.currentY = ys.back();
   }
   // Empties the path; the current point and the subpath's start stay as they are.
   void ClearPath() noexcept;

@@ -28,6 +28,16 @@ public:
     *next++ = point;
     ++count;
   }
+  // Adds lines to points whose coordinates lie side by side.
+  void AppendLines(std::span<const float> xs, std::span<const float> ys) {
+    for (std::size_t i = 0; i < xs.size();) {
+      if (next == blockEnd) BeginBlock();
+      const auto room = static_cast<std::size_t>(blockEnd - next);
+      const std::size_t stop = i + std::min(room, xs.size() - i);
+      count += stop - i;
+      for (; i < stop; ++i) *next++ = {xs[i], ys[i], PathPointKind::Line};
+    }
+  }
   // Forgets the points behind the first `newCount`. REQUIRES: newCount <= Count().
   void Truncate(std::size_t newCount) noexcept {
     count = newCount;

@@ -78,7 +78,16 @@ ResultCode CurrentPoint(Machine& machine, Canvas& canvas) {
 
 namespace {
 
-constexpr int kCurveSegments = 10;
+constexpr std::size_t kCurveSegments = 10;
+
+constexpr std::array<float, kCurveSegments + 1> MakeCurveSteps() {
+  std::array<float, kCurveSegments + 1> steps{};
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    steps[i] = static_cast<float>(static_cast<double>(i) / 10.0);
+  }
+  return steps;
+}
+constexpr std::array<float, kCurveSegments + 1> kCurveSteps = MakeCurveSteps();
 
 // One coordinate of a cubic Bezier curve, in single precision and in this order of operations.
 float CurveCoordinate(float t, float p0, float p1, float p2, float p3) noexcept {
@@ -102,11 +111,14 @@ ResultCode CurveTo(Machine& machine, Canvas& canvas) {
   const FloatPoint p1 = TransformPoint(states.current.ctm, user1);
   const FloatPoint p2 = TransformPoint(states.current.ctm, user2);
   const FloatPoint p3 = TransformPoint(states.current.ctm, user3);
-  for (int i = 0; i <= kCurveSegments; ++i) {
-    const auto t = static_cast<float>(i / 10.0);
-    states.AppendPoint(CurveCoordinate(t, p0.x, p1.x, p2.x, p3.x),
-                       CurveCoordinate(t, p0.y, p1.y, p2.y, p3.y), PathPointKind::Line);
+  std::array<float, kCurveSegments + 1> xs;
+  std::array<float, kCurveSegments + 1> ys;
+  for (std::size_t i = 0; i < xs.size(); ++i) {
+    const float t = kCurveSteps[i];
+    xs[i] = CurveCoordinate(t, p0.x, p1.x, p2.x, p3.x);
+    ys[i] = CurveCoordinate(t, p0.y, p1.y, p2.y, p3.y);
   }
+  states.AppendLines(xs, ys);
   return ResultCode::Ran;
 }
 
@@ -115,19 +127,25 @@ namespace {
 constexpr std::size_t kArcSegments = 60;
 constexpr std::size_t kArcPoints = kArcSegments + 1;
 
+using ArcValues = std::array<float, kArcPoints>;
+
 // The angles of an arc's points, in radians, from the first on. The step is formed from the sweep's
 // size and taken in the arc's direction, so that it rounds alike both ways.
-std::array<float, kArcPoints> ArcRadians(float first, float last, ArcDirection direction) noexcept {
+ArcValues ArcRadians(float first, float last, ArcDirection direction) noexcept {
   const bool turnsLeft = direction == ArcDirection::CounterClockwise;
   const float sweep = turnsLeft ? last - first : first - last;
-  const auto step = static_cast<float>(static_cast<double>(sweep) / 60.0);
-  std::array<float, kArcPoints> radians;
+  const auto size = static_cast<float>(static_cast<double>(sweep) / 60.0);
+  const float step = turnsLeft ? size : -size;
+  ArcValues angles;
   float angle = first;
-  for (float& result : radians) {
-    result = static_cast<float>(static_cast<double>(angle) * ORXPI / 180.0);
-    angle = turnsLeft ? angle + step : angle - step;
+  for (float& result : angles) {
+    result = angle;
+    angle += step;
   }
-  return radians;
+  for (float& result : angles) {
+    result = static_cast<float>(static_cast<double>(result) * ORXPI / 180.0);
+  }
+  return angles;
 }
 
 // x y r angle1 angle2 -> 61 points from angle1 on, behind a Move when the path is empty
@@ -137,19 +155,21 @@ ResultCode AddArc(Machine& machine, GraphicsStates& states, ArcDirection directi
   const float radius = TakeNumber(machine);
   const FloatPoint center = TakePoint(machine);
   if (!states.HasRoomFor(kArcPoints + 1)) return PathIsFull(machine);
-  const std::array<float, kArcPoints> radians =
-      ArcRadians(first, OrderedEndAngle(first, given, direction), direction);
-  std::array<float, kArcPoints> sines;
-  std::array<float, kArcPoints> cosines;
+  const ArcValues radians = ArcRadians(first, OrderedEndAngle(first, given, direction), direction);
+  ArcValues sines;
+  ArcValues cosines;
   SinesAndCosines(radians, sines, cosines);
-  const ORXMath3x3Matrix ctm = states.current.ctm;
-  const auto append = [&](std::size_t i, PathPointKind kind) {
+  const PointMap map(states.current.ctm);
+  ArcValues xs;
+  ArcValues ys;
+  for (std::size_t i = 0; i < kArcPoints; ++i) {
     const FloatPoint point =
-        TransformPoint(ctm, {cosines[i] * radius + center.x, sines[i] * radius + center.y});
-    states.AppendPoint(point.x, point.y, kind);
-  };
-  if (states.PathCount() == 0) append(0, PathPointKind::Move);
-  for (std::size_t i = 0; i < kArcPoints; ++i) append(i, PathPointKind::Line);
+        map.Point(cosines[i] * radius + center.x, sines[i] * radius + center.y);
+    xs[i] = point.x;
+    ys[i] = point.y;
+  }
+  if (states.PathCount() == 0) states.AppendPoint(xs[0], ys[0], PathPointKind::Move);
+  states.AppendLines(xs, ys);
   return ResultCode::Ran;
 }
 

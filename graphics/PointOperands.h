@@ -8,9 +8,10 @@ namespace orxeps {
 
 // Coordinates are taken from the stack in reverse. REQUIRES: the stack holds two entries.
 [[nodiscard]] inline FloatPoint TakePoint(Machine& machine) noexcept {
-  const float y = TakeNumber(machine);
-  const float x = TakeNumber(machine);
-  return {x, y};
+  OperandStack& stack = machine.operandStack;
+  const FloatPoint point = {NumberOf(*stack.Below(1)), NumberOf(*stack.Top())};
+  stack.Drop(2);
+  return point;
 }
 
 inline ResultCode PushPoint(Machine& machine, FloatPoint point) {

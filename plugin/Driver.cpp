@@ -63,6 +63,12 @@ bool ORXPrintEPSInterpreter::TakesEffect(bool isShowPage) const noexcept {
   return pageState == PageState::Shown && !isShowPage;
 }
 
+// A full stack is met without throwing: documents that overflow it go on to do so with every token.
+void ORXPrintEPSInterpreter::PushLiteral(PSRef object) {
+  if (operandStack.IsFull()) return AbandonRun(*this, "stackoverflow");
+  operandStack.Push(std::move(object));
+}
+
 // Reads one object of the input and lets it take effect.
 void ORXPrintEPSInterpreter::InterpretNext() {
   const Token token = scanner.ReadToken();
@@ -73,18 +79,27 @@ void ORXPrintEPSInterpreter::InterpretNext() {
     RaiseError(*this, "VMerror");
     return;
   }
-  if (token.kind == TokenKind::Word && !Scanner::IsHexadecimal(token.text)) {
-    if (TakesEffect(isShowPage)) ExecuteName(*this, *names.Borrow(token.text));
-    return;
+  switch (token.kind) {
+    case TokenKind::Integer:
+    case TokenKind::Real:
+      if (TakesEffect(isShowPage)) PushLiteral(scanner.MakeNumber(token));
+      return;
+    case TokenKind::Word:
+      if (Scanner::IsHexadecimal(token.text)) break;
+      if (TakesEffect(isShowPage)) ExecuteName(*this, *names.Borrow(token.text));
+      return;
+    case TokenKind::Nothing:
+      if (scanner.BinaryTokenIsRuledOut()) return;
+      break;
+    default:
+      break;
   }
   PSRef object = token.text.starts_with('{') ? scanner.ReadProcedure() : scanner.ReadObject(token);
   if (!object || !TakesEffect(isShowPage)) return;
-  if (!object->literal) {
-    ExecuteObject(*this, object.Get());
-  } else if (!operandStack.IsFull()) {
-    operandStack.Push(std::move(object));
+  if (object->literal) {
+    PushLiteral(std::move(object));
   } else {
-    AbandonRun(*this, "stackoverflow");
+    ExecuteObject(*this, object.Get());
   }
 }
 
@@ -102,7 +117,7 @@ void ORXPrintEPSInterpreter::RunMainLoop() {
   MemoryWatch memory;
   // An input that says it is readable and gives nothing has come to its end as well.
   ProgressGuard progress(scanner.input);
-  while (scanner.input.IsReadable() && progress.Moved() && watch.MayTakeStep()) {
+  while (scanner.input.IsReadable() && progress.Moved() && !watch.IsStopped()) {
     if (memory.MustStop()) {
       watch.NoteEnd(ORXPassResult::LowMemory, "", scanner.input.Position());
       return;

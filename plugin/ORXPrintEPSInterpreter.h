@@ -64,6 +64,7 @@ private:
   void CommentRead(std::string_view text) override;
   void BeginPage();
   [[nodiscard]] bool TakesEffect(bool isShowPage) const noexcept;
+  void PushLiteral(PSRef object);
   void InterpretNext();
   void InterpretNextWithinLimits() noexcept;
   void RunMainLoop();

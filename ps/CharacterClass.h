@@ -14,6 +14,7 @@ enum ByteTrait : std::uint8_t {
   kWhiteSpace = 4,     //
   kNumeric = 8,        // may be part of a number: a digit or one of + - . E e
   kNamesComment = 16,  // kept of a comment: what regular bytes are, but digits and dots
+  kBlank = 64,         // skipped outside of strings: white space but the newline, bytes of no class
   kBeginsBinary = 32,  // 128 to 159 begin a token of the binary encoding
 };
 
@@ -35,6 +36,10 @@ constexpr std::array<std::uint8_t, 256> MakeByteTraits() {
   add("%()/<>[\\]{}", kDelimiter);
   add(" \t\n\v\f\r", kWhiteSpace);
   for (std::size_t byte = 128; byte <= 159; ++byte) traits[byte] = kBeginsBinary;
+  for (std::uint8_t& entry : traits) {
+    if (entry == 0 || entry == kWhiteSpace) entry = static_cast<std::uint8_t>(entry | kBlank);
+  }
+  traits['\n'] = kWhiteSpace;
   return traits;
 }
 

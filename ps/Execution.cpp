@@ -11,7 +11,7 @@ namespace orxeps {
 namespace {
 
 // From here on nothing of the operator's object is read: the operator may release or overwrite it.
-ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
+inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
   const ResultCode result = machine.operandStack.Count() < row.operands
                                 ? RaiseError(machine, "stackunderflow")
                                 : row.run(machine);
@@ -33,7 +33,7 @@ NameLookup SearchDictionaries(const ObjectList& stack, const ORXString& name) no
   return {};
 }
 
-const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
+inline const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
   if (name.generation != machine.heap.Generation()) {
     name.found = SearchDictionaries(machine.dictionaryStack, name.text);
     name.generation = machine.heap.Generation();
@@ -41,25 +41,29 @@ const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
   return name.found;
 }
 
+}  // namespace
+
+NameLookup LookupName(Machine& machine, const NameText& name) noexcept {
+  return LookupName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
+}
+
+namespace {
+
 // Does what executing one object does at once; a procedure only begins to run. Null is the value of
 // a name that is defined nowhere.
-void BeginExecution(Machine& machine, PSObject* object) {
+inline void BeginExecution(Machine& machine, PSObject* object) {
   while (object && !object->literal) {
-    switch (object->type) {
-      case PSObjectType::Operator:
-        if (const OperatorRow* row = object->nameText.Row()) RunOperator(machine, *row);
-        return;
-      case PSObjectType::Procedure:
-        return machine.executionStack.RunProcedure(PSRef::Retain(object));
-      case PSObjectType::Name:
-        object = LookupName(machine, object->nameText).value;
-        if (object && object->Is(PSObjectType::Procedure)) {
-          return machine.executionStack.RunProcedure(PSRef::Retain(object));
-        }
-        continue;
-      default:
-        PushShared(machine, object);
-        return;
+    if (object->Is(PSObjectType::Operator)) {
+      if (const OperatorRow* row = object->nameText.Row()) RunOperator(machine, *row);
+      return;
+    }
+    if (object->Is(PSObjectType::Procedure)) {
+      return machine.executionStack.RunProcedure(PSRef::Retain(object));
+    }
+    if (!object->Is(PSObjectType::Name)) break;
+    object = LookupName(machine, object->nameText).value;
+    if (object && object->Is(PSObjectType::Procedure)) {
+      return machine.executionStack.RunProcedure(PSRef::Retain(object));
     }
   }
   if (object) PushShared(machine, object);
@@ -69,15 +73,14 @@ void BeginExecution(Machine& machine, PSObject* object) {
 void RunDownTo(Machine& machine, std::size_t depth) {
   while (machine.executionStack.Depth() > depth) {
     if (!machine.watch.MayTakeStep()) return machine.executionStack.Abandon();
-    if (PSObject* next = machine.executionStack.Advance()) BeginExecution(machine, next);
+    while (PSObject* next = machine.executionStack.Advance()) {
+      BeginExecution(machine, next);
+      if (!machine.watch.MayTakeStep()) return machine.executionStack.Abandon();
+    }
   }
 }
 
 }  // namespace
-
-NameLookup LookupName(Machine& machine, const NameText& name) noexcept {
-  return LookupName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
-}
 
 void ExecuteObject(Machine& machine, PSObject* object) {
   const std::size_t depth = machine.executionStack.Depth();

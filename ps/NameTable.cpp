@@ -47,6 +47,7 @@ void NameTable::Resize(std::size_t size) {
 }
 
 void NameTable::DropUnused() noexcept {
+  shortNames.fill({});
   bool dropped = false;
   for (Slot& slot : slots) {
     if (!slot.name || slot.name->holders > 0) continue;

@@ -1,7 +1,6 @@
 #include "ps/Numbers.h"
 
 #include <charconv>
-#include <iterator>
 #include <limits>
 #include <system_error>
 
@@ -27,9 +26,6 @@ std::int64_t LeadingExponent(std::string_view digits) noexcept {
   for (++i; i < digits.size() && digits[i] == '0'; ++i) --exponent;
   return exponent;
 }
-
-constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 // Whether an unsigned number out of a double's range is too large rather than too small.
 bool IsTooLarge(std::string_view number) noexcept {
@@ -70,35 +66,6 @@ double ParseReal(std::string_view text) noexcept {
     return 0.0;
   }
   return negative ? -value : value;
-}
-
-// Few digits and a small power of ten are exact in a double, and their quotient is the nearest.
-ShortNumber ParseShortNumber(std::string_view text) noexcept {
-  const char* next = text.data();
-  const char* const end = next + text.size();
-  const bool negative = next != end && *next == '-';
-  if (next != end && (negative || *next == '+')) ++next;
-  const char* const first = next;
-  if (end - first >= std::ssize(kPowersOfTen)) return {};
-  std::int64_t digits = 0;
-  const char* behindPoint = nullptr;
-  for (; next != end; ++next) {
-    if (IsDigit(*next)) {
-      digits = digits * 10 + (*next - '0');
-    } else if (*next == '.' && !behindPoint) {
-      behindPoint = next + 1;
-    } else {
-      return {};
-    }
-  }
-  if (behindPoint) {
-    if (end - first < 2) return {};
-    const double value = static_cast<double>(digits) / kPowersOfTen[end - behindPoint];
-    return {true, true, 0, static_cast<float>(negative ? -value : value)};
-  }
-  const bool isPlain = digits != 0 || text == "0";
-  if (!isPlain || digits > std::numeric_limits<std::int32_t>::max()) return {};
-  return {true, false, static_cast<std::int32_t>(negative ? -digits : digits), 0.0F};
 }
 
 std::uint32_t ParseHexadecimal(std::string_view text) noexcept {

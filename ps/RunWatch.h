@@ -23,7 +23,8 @@ public:
   }
   // Asks now and then: called once for each of many small steps.
   [[nodiscard]] bool MayTakeStep() noexcept {
-    if (++steps % kStepsBetweenQuestions != 0) return !stopped;
+    if (--stepsLeft > 0) return true;
+    stepsLeft = kStepsBetweenQuestions;
     return MayGoOn();
   }
   [[nodiscard]] bool IsStopped() const noexcept { return stopped; }
@@ -40,11 +41,11 @@ public:
   }
 
 private:
-  static constexpr std::uint32_t kStepsBetweenQuestions = 4096;
+  static constexpr std::int32_t kStepsBetweenQuestions = 4096;
 
   ORXInterpreterWatcher* watcher = nullptr;
   bool stopped = false;
-  std::uint32_t steps = 0;
+  std::int32_t stepsLeft = kStepsBetweenQuestions;
   ORXPassEnd end;
 };
 

@@ -37,6 +37,51 @@ Token ClassifiedToken(std::string_view text) noexcept {
 
 }  // namespace
 
+// Reads a token that lies ready as a whole, and the byte behind it too, as nearly all do outside of
+// strings. False, and nothing read, for any other.
+bool Scanner::ReadReadyToken(Token& token) noexcept {
+  const std::string_view ready = input.Ready();
+  const char* begin = ready.data();
+  const char* const end = begin + ready.size();
+  while (begin != end && Is(*begin, kBlank)) ++begin;
+  if (end - begin < 2) return false;
+  const char* next = begin + 1;
+  const std::uint8_t traits = TraitsOf(*begin);
+  if (traits & kRegular) {
+    if (traits & kNumeric) {
+      const ShortNumber number = ScanShortNumber(begin, end);
+      next = begin + number.length;
+      if (number.length > 0 && next != end && !Is(*next, kRegular)) {
+        token = {number.isReal ? TokenKind::Real : TokenKind::Integer,
+                 {begin, number.length},
+                 number.intValue,
+                 number.realValue};
+        input.Skip(static_cast<std::size_t>(next - ready.data()));
+        stoppedAtBinaryToken = false;
+        return true;
+      }
+      next = begin + 1;
+    }
+    std::uint8_t common = traits;
+    for (; next != end && Is(*next, kRegular); ++next) {
+      common = static_cast<std::uint8_t>(common & TraitsOf(*next));
+    }
+    if (next == end) return false;
+    token.kind = (common & kNumeric) ? TokenKind::Number : TokenKind::Word;
+  } else if (traits & kDelimiter) {
+    if (*begin == '(' || *begin == ')' || *begin == '%') return false;
+    token.kind = TokenKind::Delimiter;
+  } else if (*begin != '\n') {
+    return false;
+  }
+  if (token.kind != TokenKind::Nothing) {
+    token.text = {begin, static_cast<std::size_t>(next - begin)};
+  }
+  input.Skip(static_cast<std::size_t>(next - ready.data()));
+  stoppedAtBinaryToken = false;
+  return true;
+}
+
 Token Scanner::ReadTokenFor(TokenUse use) {
   text.clear();
   stoppedAtBinaryToken = false;
@@ -146,6 +191,14 @@ PSRef Scanner::MakeInteger(std::int32_t value) {
   return object;
 }
 
+PSRef Scanner::MakeNumber(const Token& token) {
+  const bool isReal = token.kind == TokenKind::Real;
+  PSRef object = machine.heap.Make(isReal ? PSObjectType::Real : PSObjectType::Integer);
+  object->intValue = token.intValue;
+  object->realValue = token.realValue;
+  return object;
+}
+
 PSRef Scanner::MakeName(std::string_view nameText, bool literal) {
   PSRef name = machine.heap.Make(PSObjectType::Name);
   name->nameText = machine.names.Intern(nameText);
@@ -163,12 +216,6 @@ PSRef Scanner::MakeObject(std::string_view token) {
 }
 
 PSRef Scanner::ParseNumber(std::string_view token) {
-  if (const ShortNumber number = ParseShortNumber(token); number.isValid) {
-    PSRef object = machine.heap.Make(number.isReal ? PSObjectType::Real : PSObjectType::Integer);
-    object->intValue = number.intValue;
-    object->realValue = number.realValue;
-    return object;
-  }
   const bool isReal = token.find_first_of(".E") != std::string_view::npos;
   if (isReal || token.find('e') != std::string_view::npos) {
     const double value = ParseReal(token);
@@ -309,6 +356,9 @@ PSRef Scanner::ReadObject(const Token& token) {
       return ParseNumber(token.text);
     case TokenKind::Word:
       return MakeObject(token.text);
+    case TokenKind::Integer:
+    case TokenKind::Real:
+      return MakeNumber(token);
     case TokenKind::Delimiter:
       break;
   }

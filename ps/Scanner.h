@@ -34,11 +34,15 @@ enum class TokenKind : std::uint8_t {
   Delimiter,  // or, inside a string, any text
   Word,       // regular bytes that are no number
   Number,     // bytes of which every number consists; whether they make one is another matter
+  Integer,    // a number whose value is known
+  Real,       // the same
 };
 
 struct Token {
   TokenKind kind = TokenKind::Nothing;
   std::string_view text;  // valid until the next token is read
+  std::int32_t intValue = 0;
+  float realValue = 0.0F;
 };
 
 class Scanner {
@@ -52,7 +56,11 @@ public:
   // stray ")" below.
   std::int32_t stringDepth = 0;
 
-  [[nodiscard]] Token ReadToken() { return ReadTokenFor(TokenUse::Plain); }
+  [[nodiscard]] Token ReadToken() {
+    Token token;
+    if (stringDepth == 0 && ReadReadyToken(token)) return token;
+    return ReadTokenFor(TokenUse::Plain);
+  }
 
   // The object that a token begins, nothing when there is none. For an empty token, a binary token.
   [[nodiscard]] PSRef ReadObject(const Token& token);
@@ -63,6 +71,8 @@ public:
   }
   // The object of a token that is no delimiter: a number, or an executable name.
   [[nodiscard]] PSRef MakeObject(std::string_view token);
+  // The object of a token whose value is known. REQUIRES: its kind is Integer or Real.
+  [[nodiscard]] PSRef MakeNumber(const Token& token);
   // The object of a token that looks like a number: an Integer, a Real, or an object of no type.
   [[nodiscard]] PSRef ParseNumber(std::string_view token);
   // The rest of a string, after its "(".
@@ -70,6 +80,11 @@ public:
   // The rest of a procedure, after its "{". However deep procedures are nested, this uses a bounded
   // amount of the machine stack.
   [[nodiscard]] PSRef ReadProcedure();
+  // Whether the next byte is known to begin no binary token.
+  [[nodiscard]] bool BinaryTokenIsRuledOut() const noexcept {
+    const std::string_view ready = input.Ready();
+    return !ready.empty() && static_cast<signed char>(ready.front()) >= 0;
+  }
   // One binary token if the next byte begins one. Nothing when it does not (the byte then waits to
   // be read again), when the kind of token is not supported (only its first byte is taken) and when
   // a read fails.
@@ -82,6 +97,7 @@ private:
     AfterBackslash,  // a parenthesis that comes first is text and leaves the depth alone
   };
 
+  bool ReadReadyToken(Token& token) noexcept;
   Token ReadTokenFor(TokenUse use);
   bool AddByte(char byte, TokenUse use, Token& token);
   Token ReadRegularRun(char first);
