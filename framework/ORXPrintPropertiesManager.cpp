@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "framework/MemoryMeter.h"
+#include "framework/NeverDestroyed.h"
 #include "framework/PropertiesControl.h"
 
 using orxframework::MemoryMeter;
@@ -20,13 +21,15 @@ struct Settings {
 };
 
 Settings& TheSettings() noexcept {
-  static Settings settings;
-  return settings;
+  static orxframework::NeverDestroyed<Settings> settings;
+  return *settings;
 }
 
 }  // namespace
 
 OnErrorAction ORXPrintPropertiesManager::GetOnErrorAction() noexcept {
+  // A pass begins, and whatever was measured for another one need not hold for it.
+  MemoryMeter::Process().ExpectChange();
   return TheSettings().onErrorAction.load(std::memory_order_relaxed);
 }
 

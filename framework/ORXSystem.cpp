@@ -1,9 +1,8 @@
-// The environment, the locale, and the hash of all text types.
+// The locale and the hash of all text types.
 #include "host/ORXSystem.h"
 
 #include <chrono>
 #include <clocale>
-#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <random>
@@ -78,8 +77,6 @@ std::uint64_t ShortWord(const char* text, std::size_t length) noexcept {
 }
 
 }  // namespace
-
-const char* ORXGetEnv(const char* name) noexcept { return name ? std::getenv(name) : nullptr; }
 
 int ORXSysGetLocalDecimalChar(char* separator) noexcept {
   const std::lconv* conventions = std::localeconv();

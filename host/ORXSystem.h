@@ -7,8 +7,9 @@
 
 #include "host/ORXFrameworkApi.h"
 
-// The value of an environment variable, or null when it is not set. The text belongs to the
-// environment: it is valid until the variable changes. Never throws.
+// The value of an environment variable, or null when it is not set. The framework answers from a
+// copy of the environment that it takes at the first question, so that asking is safe on any number
+// of threads while others change the platform's environment. The text stays valid.
 ORX_FRAMEWORK_API const char* ORXGetEnv(const char* name) noexcept;
 
 // Writes the locale's decimal separator and returns 1; returns 0 and writes nothing when the

@@ -34,6 +34,32 @@ TEST(Modules, ConstructingOneRegistersItsClasses) {
   EXPECT_EQ(ORXFillDictionary::Find("TestClass"), &MakeSecond);
 }
 
+// Two copies of one library, loaded and unloaded in either order.
+TEST(Modules, GoingTakesTheirOwnRegistrationsBack) {
+  constexpr ORXOMRegistrationFunction kFirstTable[] = {[] {
+    ORXFillDictionary::Register("TestCopies", MakeFirst);
+    return static_cast<ORXOMModule*>(nullptr);
+  }};
+  constexpr ORXOMRegistrationFunction kSecondTable[] = {[] {
+    ORXFillDictionary::Register("TestCopies", MakeSecond);
+    return static_cast<ORXOMModule*>(nullptr);
+  }};
+  const ORXOMModuleInfo firstInfo{std::begin(kFirstTable), std::end(kFirstTable)};
+  const ORXOMModuleInfo secondInfo{std::begin(kSecondTable), std::end(kSecondTable)};
+  const auto find = [] { return ORXFillDictionary::Find("TestCopies"); };
+
+  auto first = std::make_unique<ORXOMModule>(firstInfo);
+  auto second = std::make_unique<ORXOMModule>(secondInfo);
+  EXPECT_EQ(find(), &MakeSecond);
+  second.reset();
+  EXPECT_EQ(find(), &MakeFirst);
+  second = std::make_unique<ORXOMModule>(secondInfo);
+  first.reset();
+  EXPECT_EQ(find(), &MakeSecond);
+  second.reset();
+  EXPECT_EQ(find(), nullptr);
+}
+
 // All texts that a scanner may meet in quantity: numbered names, and long ones of which little
 // differs. Collisions of the hash, and of its low bits that choose a slot, must be no more than
 // chance makes them.
