@@ -9,15 +9,21 @@ namespace orxframework {
 namespace {
 
 constexpr std::int64_t kSampleInterval = 1'000'000;  // nanoseconds, here and below
-constexpr unsigned kCallsPerLook = 16;
+constexpr unsigned kCallsPerLook = 64;
 // Trimming walks over the whole heap. While memory stays low, it takes no more than a small part of
 // the time.
 constexpr std::int64_t kShortestTrimInterval = 20'000'000;
 constexpr std::int64_t kTrimsPerInterval = 20;
 
 // Of each thread, so that threads do not fight for them.
-constinit thread_local unsigned callsUntilLook = 0;
-constinit thread_local std::int64_t lastLook = 0;  // nanoseconds of the steady clock
+struct Pace {
+  unsigned callsUntilLook = 0;
+  std::int64_t lastLook = 0;  // nanoseconds of the steady clock
+};
+#if defined(__GLIBC__)
+[[gnu::tls_model("initial-exec")]]  // found without a call
+#endif
+constinit thread_local Pace paceOfThread;
 
 std::int64_t Now() noexcept {
   const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -31,6 +37,7 @@ constinit MemoryMeter processMeter;
 MemoryMeter& MemoryMeter::Process() noexcept { return processMeter; }
 
 bool MemoryMeter::IsAbove(float share) noexcept {
+  unsigned& callsUntilLook = paceOfThread.callsUntilLook;
   if (callsUntilLook == 0) {
     LookAtClock();
   } else {
@@ -40,17 +47,19 @@ bool MemoryMeter::IsAbove(float share) noexcept {
 }
 
 bool MemoryMeter::Exceeds(float share) const noexcept {
-  const std::uint64_t limit = limitBytes.load(std::memory_order_relaxed);
-  const std::uint64_t resident = residentBytes.load(std::memory_order_relaxed);
+  // Signed numbers become floating-point ones faster.
+  const auto limit = static_cast<std::int64_t>(limitBytes.load(std::memory_order_relaxed));
+  const auto resident = static_cast<std::int64_t>(residentBytes.load(std::memory_order_relaxed));
   return limit != 0 &&
          static_cast<double>(resident) > static_cast<double>(share) * static_cast<double>(limit);
 }
 
 void MemoryMeter::SetLimit(std::uint64_t bytes) noexcept {
-  limitBytes.store(bytes != 0 ? bytes : AvailableMemory(), std::memory_order_relaxed);
+  limitBytes.store(std::min<std::uint64_t>(bytes != 0 ? bytes : AvailableMemory(), INT64_MAX),
+                   std::memory_order_relaxed);
   lastSample.store(0, std::memory_order_relaxed);
   ExpectChange();
-  callsUntilLook = 0;
+  paceOfThread.callsUntilLook = 0;
 }
 
 void MemoryMeter::LookAtClock() noexcept {
@@ -58,9 +67,10 @@ void MemoryMeter::LookAtClock() noexcept {
     limitBytes.store(AvailableMemory(), std::memory_order_relaxed);
   }
   const std::int64_t now = Now();
-  const bool callsAreSlow = now - lastLook >= kSampleInterval;
-  lastLook = now;
-  callsUntilLook = callsAreSlow ? 0 : kCallsPerLook - 1;
+  Pace& pace = paceOfThread;
+  const bool callsAreSlow = now - pace.lastLook >= kSampleInterval;
+  pace.lastLook = now;
+  pace.callsUntilLook = callsAreSlow ? 0 : kCallsPerLook - 1;
   const std::int64_t sampled = lastSample.load(std::memory_order_relaxed);
   if (sampled == 0 || now - sampled >= kSampleInterval) Sample(now);
 }

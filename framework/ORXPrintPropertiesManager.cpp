@@ -14,6 +14,9 @@ using orxframework::PropertiesControl;
 
 namespace {
 
+// Apart from the other settings because it is asked for with nearly every token.
+constinit std::atomic<bool> hasGauge = false;
+
 struct Settings {
   std::atomic<OnErrorAction> onErrorAction = OnErrorAction::GoOn;
   orxframework::MemoryGauge gauge;
@@ -34,10 +37,11 @@ OnErrorAction ORXPrintPropertiesManager::GetOnErrorAction() noexcept {
 }
 
 int ORXPrintPropertiesManager::IsLowMemory(float threshold) noexcept {
-  const orxframework::MemoryGauge& gauge = TheSettings().gauge;
-  if (!gauge) return MemoryMeter::Process().IsAbove(threshold) ? 1 : 0;
+  if (!hasGauge.load(std::memory_order_relaxed)) {
+    return MemoryMeter::Process().IsAbove(threshold) ? 1 : 0;
+  }
   try {
-    return gauge(threshold);
+    return TheSettings().gauge(threshold);
   } catch (...) {
     return 0;
   }
@@ -65,7 +69,9 @@ void PropertiesControl::SetMemoryLimit(std::uint64_t bytes) noexcept {
 }
 
 void PropertiesControl::SetMemoryGauge(MemoryGauge gauge) noexcept {
+  const bool isSet = static_cast<bool>(gauge);
   TheSettings().gauge = std::move(gauge);
+  hasGauge.store(isSet, std::memory_order_relaxed);
 }
 
 void PropertiesControl::SetReportSink(ReportSink sink) noexcept {

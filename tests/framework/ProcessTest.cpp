@@ -123,7 +123,7 @@ TEST(MemoryGauge, IsNotLowAnyMoreAsSoonAsTheMemoryIsFree) {
   EXPECT_FALSE(IsLow());
   for (int i = 0; i < 3; ++i) {
     Pages pages(kMuch);
-    EXPECT_TRUE(IsLowAtLast(40 + i));
+    EXPECT_TRUE(IsLowAtLast(150 + i));
     pages.GiveBack();
     EXPECT_FALSE(IsLow());
   }
@@ -146,7 +146,7 @@ TEST(MemoryGauge, DoesNotCountWhatTheAllocatorKeeps) {
       pieces.push_back(std::make_unique<std::string>(kPiece, 'x'));
     }
     const auto last = std::make_unique<std::string>(kPiece, 'x');  // keeps the heap from shrinking
-    EXPECT_TRUE(IsLowAtLast(40));
+    EXPECT_TRUE(IsLowAtLast(150));
     pieces.clear();
     ORXPrintPropertiesManager::GetOnErrorAction();  // a pass begins
     EXPECT_FALSE(IsLow());
@@ -169,7 +169,7 @@ TEST(MemoryGauge, AForkedChildMeasuresItself) {
   const ScopedProperties scope;
   AllowLessThan(kMuch);
   Pages pages(kMuch);
-  EXPECT_TRUE(IsLowAtLast(40));
+  EXPECT_TRUE(IsLowAtLast(150));
   const int childIsLow = InChild([&pages] {
     pages.GiveBack();
     return IsLow() ? 1 : 0;
