@@ -10,6 +10,7 @@
 
 #include "framework/PropertiesControl.h"
 #include "host/ORXOMModule.h"
+#include "host/ORXTextHash.h"
 
 namespace orxframework {
 namespace {
