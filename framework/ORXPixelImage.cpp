@@ -14,17 +14,6 @@ namespace {
 // sizes need no further checks.
 static_assert(sizeof(std::size_t) >= 8 && sizeof(int) == 4);
 
-constexpr std::size_t BytesPerPixel(ORXPixelImageFormat format) noexcept {
-  switch (format) {
-    case ORXPixelImageFormat::Rgb24:
-      return 3;
-    case ORXPixelImageFormat::Cmyk32:
-      return 4;
-    default:
-      return 1;
-  }
-}
-
 constexpr auto kMirroredBytes = [] {
   std::array<unsigned char, 256> mirrored{};
   for (unsigned byte = 0; byte < 256; ++byte) {
@@ -169,13 +158,6 @@ const unsigned char* ORXPixelImage::Pixels() const noexcept { return pixels; }
 
 std::size_t ORXPixelImage::ByteCount() const noexcept {
   return height > 0 ? RowBytes(width, format) * static_cast<std::size_t>(height) : 0;
-}
-
-std::size_t ORXPixelImage::RowBytes(int width, ORXPixelImageFormat format) noexcept {
-  if (width <= 0) return 0;
-  const auto pixelCount = static_cast<std::size_t>(width);
-  if (format == ORXPixelImageFormat::Bilevel1) return (pixelCount + 7) / 8;
-  return pixelCount * BytesPerPixel(format);
 }
 
 ORXPixelImage* ORXPixelImage::CreateCopy(int width, int height, ORXPixelImageFormat format,

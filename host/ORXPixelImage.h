@@ -64,7 +64,22 @@ public:
   [[nodiscard]] const unsigned char* Pixels() const noexcept;
   // Bytes in all rows together; 0 when the image has no positive size.
   [[nodiscard]] std::size_t ByteCount() const noexcept;
-  [[nodiscard]] static std::size_t RowBytes(int width, ORXPixelImageFormat format) noexcept;
+  // The layout is a matter of arithmetic, so nobody has to import it.
+  [[nodiscard]] static constexpr std::size_t RowBytes(int width,
+                                                      ORXPixelImageFormat format) noexcept {
+    if (width <= 0) return 0;
+    const auto pixelCount = static_cast<std::size_t>(width);
+    switch (format) {
+      case ORXPixelImageFormat::Rgb24:
+        return pixelCount * 3;
+      case ORXPixelImageFormat::Cmyk32:
+        return pixelCount * 4;
+      case ORXPixelImageFormat::Bilevel1:
+        return (pixelCount + 7) / 8;
+      default:
+        return pixelCount;
+    }
+  }
 
   // A new counted image with samples of its own copied from `pixels`; null when memory runs out.
   [[nodiscard]] static ORXPixelImage* CreateCopy(int width, int height, ORXPixelImageFormat format,
