@@ -74,7 +74,7 @@ OpenedLibrary OpenLibrary(const std::filesystem::path& file) {
 
 void* FindFunction(void* library, const char* name) {
   void* address = dlsym(library, name);
-#if defined(RTLD_DL_SYMENT)
+#if defined(__GLIBC__)
   // Data of that name cannot be called.
   Dl_info info;
   const ElfW(Sym)* symbol = nullptr;
