@@ -7,6 +7,7 @@
 
 #include "drawing/DisplayRecorder.h"
 #include "drawing/NullGenerator.h"
+#include "host/ORXPrintPropertiesManager.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Messages.h"
 #include "orxprint/OutputNames.h"
@@ -129,9 +130,13 @@ private:
   }
 
   [[nodiscard]] DisplayRecorder::Budget PaintingBudget() const {
-    if (memoryLimit == 0 || format.bytesPerShape == 0) return {};
-    return {static_cast<std::size_t>(memoryLimit - memoryLimit / 4), format.bytesPerShape,
-            format.bytesPerPoint};
+    if (memoryLimit == 0) return {};
+    return {
+        static_cast<std::size_t>(memoryLimit - memoryLimit / 4), format.bytesPerShape,
+        format.bytesPerPoint, [limit = memoryLimit](std::size_t bytes) {
+          const double share = static_cast<double>(bytes) / static_cast<double>(limit);
+          return !ORXPrintPropertiesManager::IsLowMemory(kMemoryShare - static_cast<float>(share));
+        }};
   }
 
   // Whether a page is blank and begins where the document only says that another one ends.

@@ -4,6 +4,7 @@ The variable ORXPRINT_BUILD names the build tree. What the machine cannot do - n
 systems need root - is skipped.
 """
 
+import base64
 import errno
 import os
 import pathlib
@@ -86,6 +87,23 @@ class Faults(unittest.TestCase):
         return out
 
 
+    def measure(self, *arguments, **options):
+        """The status, and the most memory that the program took."""
+        script = (
+            "import resource, subprocess, sys\n"
+            "status = subprocess.run(sys.argv[1:], stdout=subprocess.DEVNULL).returncode\n"
+            "print(status, resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)\n"
+        )
+        done = subprocess.run(
+            [sys.executable, "-c", script, ORXPRINT, *arguments],
+            cwd=self.folder,
+            stdout=subprocess.PIPE,
+            timeout=60,
+            **options,
+        )
+        return map(int, done.stdout.split())
+
+
 class Reading(Faults):
     def test_a_read_error_is_not_taken_for_the_end(self):
         self.write("large.eps", LARGE)
@@ -133,19 +151,38 @@ class Reading(Faults):
         self.assertEqual(traced, self.expect(0, "trace", "large.eps"))
 
     def test_a_large_pipe_takes_a_file_instead_of_memory(self):
-        document = SMALL.encode() + b"% words that nobody reads\n" * 6_000_000
+        document = SMALL.encode() + b"% words that nobody reads\n" * 2_000_000
         self.write("large.eps", document)
-        script = "import resource, subprocess, sys\n" \
-            "status = subprocess.run(sys.argv[1:]).returncode\n" \
-            "print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss)\n" \
-            "sys.exit(status)\n"
-        command = [sys.executable, "-c", script, ORXPRINT, "render", "-", "-f", "none"]
-        command += ["--memory-limit", "64M"]
         with open(self.folder / "large.eps", "rb") as large:
             with subprocess.Popen(["cat"], stdin=large, stdout=subprocess.PIPE) as cat:
-                done = subprocess.run(command, stdin=cat.stdout, capture_output=True, timeout=60)
-        self.assertEqual(done.returncode, 0, done.stderr)
-        self.assertLess(int(done.stdout), 32 << 10)
+                arguments = ["render", "-", "-f", "none", "--memory-limit", "32M"]
+                status, kilobytes = self.measure(*arguments, stdin=cat.stdout)
+        self.assertEqual(status, 0)
+        self.assertLess(kilobytes, 24 << 10)
+
+    def test_images_stop_before_they_take_more_than_the_limit(self):
+        # a white fax page of 18 MB in 1,500 bytes: a bit for each of its rows
+        page = base64.a85encode(b"\xff" * 1500 + b"\x00\x10\x01").decode() + "~>\n"
+        image = (
+            "<< /Width 12000 /Height 12000 /BitsPerComponent 1 /ImageMatrix [12000 0 0 -12000 0 12000]\n"
+            "/DataSource currentfile /ASCII85Decode filter\n"
+            "<< /K -1 /Columns 12000 /Rows 12000 >> /CCITTFaxDecode filter >> image\n"
+        )
+        self.write("fax.eps", HEADER + "100 100 scale\n" + (image + page) * 8)
+        arguments = ["fax.eps", "--memory-limit", "120M"]
+        status, kilobytes = self.measure("render", *arguments, "-f", "png", "-r", "10")
+        self.assertEqual(status, 4)
+        self.assertLess(kilobytes, 120 << 10)
+        status, _ = self.measure("render", *arguments, "-f", "none")
+        self.assertEqual(status, 0)
+
+    def test_a_line_without_end_takes_no_memory(self):
+        for filling in (b" ", b"%"):
+            self.write("long.eps", HEADER.encode() + filling * 30_000_000)
+            arguments = ["info", "long.eps", "--time-limit", "30"]
+            status, kilobytes = self.measure(*arguments)
+            self.assertEqual(status, 0)
+            self.assertLess(kilobytes, 24 << 10)
 
     def test_a_pipe_that_cannot_be_kept_is_told(self):
         message = "-: cannot be kept in a temporary file: No such file or directory"
