@@ -1,34 +1,37 @@
-// Documents of any size, written for measuring. Every one is the same each time it is made.
+// Documents of any size, written for measuring: one kind for each thing that costs time. Every one
+// is the same each time it is made, on every platform.
+//
+// They use only what this system and an ordinary PostScript interpreter read alike, so that both
+// can be given the same file.
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace orxbench {
 
-// Short polylines with absolute coordinates, operators by their own names.
-[[nodiscard]] std::string PlainLines(std::size_t lines);
+// What the time of a kind is divided by.
+enum class Unit {
+  Token,  // of the program text
+  Point,  // that the generator is given
+  Pixel,  // of the images that the generator is given
+  Byte,   // of the document
+};
 
-// The same drawn through a prolog of short names bound to operators, as programs write it.
-[[nodiscard]] std::string PrologLines(std::size_t lines);
+struct Kind {
+  std::string_view name;
+  std::string_view description;
+  Unit unit;
+  // A document of about this many bytes; of one image at least where the kind is of images.
+  std::string (*make)(std::size_t bytes);
+};
 
-// Filled outlines of curves under a matrix of their own.
-[[nodiscard]] std::string Curves(std::size_t outlines);
+[[nodiscard]] std::span<const Kind> Kinds() noexcept;
 
-// Circles.
-[[nodiscard]] std::string Circles(std::size_t circles);
-
-// Arithmetic and stack work in procedures that call procedures, `depth` dictionaries deep.
-[[nodiscard]] std::string Arithmetic(std::size_t rounds, std::size_t depth);
-
-// One grey image of `bytes` samples in base-85 text.
-[[nodiscard]] std::string GreyImage(std::size_t bytes);
-
-// A section of `bytes` hexadecimal digits behind "eexec".
-[[nodiscard]] std::string EncryptedSection(std::size_t bytes);
-
-// Bytes in base-85 text with the end marker, in lines.
-[[nodiscard]] std::string EncodeBase85(std::string_view bytes);
+// How many tokens a program text has outside its comments; every word of a string counts as one.
+// REQUIRES: no encoded data in it.
+[[nodiscard]] std::size_t CountTokens(std::string_view document) noexcept;
 
 }  // namespace orxbench

@@ -1,84 +1,75 @@
-// Whole drawing passes, from a document in memory to a generator that takes the calls and drops
-// them.
-
+// Whole drawing passes, from a document in memory to a generator that only counts, for every kind
+// of document at two sizes: the time of a token, point, pixel or byte must not grow with the
+// document.
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+
+#include "bench/CountingGenerator.h"
 #include "bench/Documents.h"
 #include "framework/InputStreams.h"
-#include "host/PrintGenerator.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
 
 namespace {
 
-class DroppingGenerator final : public PrintGenerator {
-public:
-  int NewPage() override { return ++calls; }
-  int MoveTo(float, float) override { return ++calls; }
-  int LineTo(float, float) override { return ++calls; }
-  int FillArea(int, int*, float*) override { return ++calls; }
-  int DrawImage(float, float, int, ORXPixelImage*) override { return ++calls; }
-  int DefineColor(int, float, float, float) override { return ++calls; }
-  int SetLineColor(int) override { return ++calls; }
-  int SetFillColor(int) override { return ++calls; }
-  int SetLineWidth(float) override { return ++calls; }
-  int SetLineCap(int) override { return ++calls; }
-  int SetFillRule(int) override { return ++calls; }
+using orxbench::CountingGenerator;
+using orxbench::Kind;
+using orxbench::Unit;
 
-  int calls = 0;
-};
+constexpr std::int64_t kMegabyte = 1'000'000;
 
-void RunPasses(benchmark::State& state, const std::string& document) {
-  int calls = 0;
-  for (auto _ : state) {
-    orxframework::MemoryInputStream input{std::string_view(document)};
-    DroppingGenerator generator;
-    orxeps::ORXPrintEPSInterpreter interpreter(&input);
-    benchmark::DoNotOptimize(interpreter.Generate(&generator));
-    calls = generator.calls;
+const std::string& DocumentOf(const Kind& kind, std::int64_t megabytes) {
+  static std::map<std::pair<std::string_view, std::int64_t>, std::string> documents;
+  std::string& document = documents[{kind.name, megabytes}];
+  if (document.empty()) document = kind.make(static_cast<std::size_t>(megabytes * kMegabyte));
+  return document;
+}
+
+std::pair<const char*, std::int64_t> UnitsOf(Unit unit, const std::string& document,
+                                             const CountingGenerator& drawn) {
+  switch (unit) {
+    case Unit::Token:
+      return {"s/token", static_cast<std::int64_t>(orxbench::CountTokens(document))};
+    case Unit::Point:
+      return {"s/point", drawn.points};
+    case Unit::Pixel:
+      return {"s/pixel", drawn.pixels};
+    case Unit::Byte:
+      break;
   }
+  return {"s/byte", static_cast<std::int64_t>(document.size())};
+}
+
+void RunPasses(benchmark::State& state, const Kind& kind) {
+  const std::string& document = DocumentOf(kind, state.range(0));
+  CountingGenerator drawn;
+  for (auto _ : state) {
+    drawn = {};
+    orxframework::MemoryInputStream input{std::string_view(document)};
+    orxeps::ORXPrintEPSInterpreter interpreter(&input);
+    benchmark::DoNotOptimize(interpreter.Generate(&drawn));
+  }
+  const auto [name, units] = UnitsOf(kind.unit, document, drawn);
+  if (units == 0) state.SkipWithError("nothing was drawn");
+  state.counters[name] =
+      benchmark::Counter(static_cast<double>(units), benchmark::Counter::kIsIterationInvariantRate |
+                                                         benchmark::Counter::kInvert);
   state.SetBytesProcessed(static_cast<std::int64_t>(document.size()) * state.iterations());
-  state.counters["calls"] = calls;
 }
 
-void PlainLines(benchmark::State& state) {
-  RunPasses(state, orxbench::PlainLines(static_cast<std::size_t>(state.range(0))));
-}
-BENCHMARK(PlainLines)->Arg(1'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-
-void PrologLines(benchmark::State& state) {
-  RunPasses(state, orxbench::PrologLines(static_cast<std::size_t>(state.range(0))));
-}
-BENCHMARK(PrologLines)->Arg(1'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
-
-void Curves(benchmark::State& state) {
-  RunPasses(state, orxbench::Curves(static_cast<std::size_t>(state.range(0))));
-}
-BENCHMARK(Curves)->Arg(10'000)->Unit(benchmark::kMillisecond);
-
-void Circles(benchmark::State& state) {
-  RunPasses(state, orxbench::Circles(static_cast<std::size_t>(state.range(0))));
-}
-BENCHMARK(Circles)->Arg(10'000)->Unit(benchmark::kMillisecond);
-
-// The second argument is how many dictionaries every look-up passes.
-void Arithmetic(benchmark::State& state) {
-  RunPasses(state, orxbench::Arithmetic(static_cast<std::size_t>(state.range(0)),
-                                        static_cast<std::size_t>(state.range(1))));
-}
-BENCHMARK(Arithmetic)->Args({100'000, 0})->Args({100'000, 20})->Unit(benchmark::kMillisecond);
-
-void GreyImage(benchmark::State& state) {
-  RunPasses(state, orxbench::GreyImage(static_cast<std::size_t>(state.range(0))));
-}
-BENCHMARK(GreyImage)
-    ->Arg(1'000'000)
-    ->Arg(10'000'000)
-    ->Arg(80'000'000)
-    ->Unit(benchmark::kMillisecond);
-
-void EncryptedSection(benchmark::State& state) {
-  RunPasses(state, orxbench::EncryptedSection(static_cast<std::size_t>(state.range(0))));
-}
-BENCHMARK(EncryptedSection)->Arg(5'000'000)->Arg(50'000'000)->Unit(benchmark::kMillisecond);
+[[maybe_unused]] const bool areRegistered = [] {
+  for (const Kind& kind : orxbench::Kinds()) {
+    benchmark::RegisterBenchmark(std::string(kind.name).c_str(),
+                                 [&kind](benchmark::State& state) { RunPasses(state, kind); })
+        ->ArgName("MB")
+        ->Arg(1)
+        ->Arg(10)
+        ->Unit(benchmark::kMillisecond);
+  }
+  return true;
+}();
 
 }  // namespace

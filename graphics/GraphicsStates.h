@@ -47,6 +47,12 @@ public:
     return buffer.At(current.path.begin + position - 1);
   }
 
+  // Calls visit(std::span<const PathPoint>) for the points of the path, piece by piece.
+  template <typename Visitor>
+  void VisitPath(Visitor visit) const {
+    buffer.VisitPieces(current.path, visit);
+  }
+
 private:
   PathBuffer buffer;
   std::vector<GraphicsState> saved;

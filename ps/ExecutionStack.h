@@ -22,7 +22,7 @@ public:
   // Starts running the elements of a procedure, as many as it has now. Throws LimitReached
   // (execstackoverflow).
   void RunProcedure(PSRef procedure) {
-    const std::int32_t count = procedure->procElements.Count();
+    const std::int32_t count = procedure->Parts().procElements.Count();
     Add({std::move(procedure), 0, count});
   }
   // Starts executing a single object.
@@ -38,8 +38,8 @@ public:
       frame.next = 0;
       return frame.running.Get();
     }
-    if (frame.next < frame.count && frame.next < frame.running->procElements.Count()) {
-      return frame.running->procElements.At(++frame.next);
+    if (frame.next < frame.count && frame.next < frame.running->Parts().procElements.Count()) {
+      return frame.running->Parts().procElements.At(++frame.next);
     }
     frames.pop_back();
     return nullptr;

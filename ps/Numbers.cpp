@@ -31,28 +31,6 @@ std::int64_t LeadingExponent(std::string_view digits) noexcept {
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-// Reads an unsigned number without exponent and with few digits, as nearly all are: digits and
-// power of ten are then exact in a double, and their quotient is the nearest double. False, and
-// nothing read, for any other.
-bool ParseShortReal(std::string_view number, double& value) noexcept {
-  if (number.size() >= std::size(kPowersOfTen) || number == "." || number.empty()) return false;
-  std::int64_t digits = 0;
-  std::size_t behindPoint = 0;
-  bool pointMet = false;
-  for (const char c : number) {
-    if (IsDigit(c)) {
-      digits = digits * 10 + (c - '0');
-      if (pointMet) ++behindPoint;
-    } else if (c == '.' && !pointMet) {
-      pointMet = true;
-    } else {
-      return false;
-    }
-  }
-  value = static_cast<double>(digits) / kPowersOfTen[behindPoint];
-  return true;
-}
-
 // Whether an unsigned number out of a double's range is too large rather than too small.
 bool IsTooLarge(std::string_view number) noexcept {
   const std::size_t e = number.find_first_of("eE");
@@ -84,7 +62,6 @@ double ParseReal(std::string_view text) noexcept {
   // A second sign would be accepted below.
   if (text.starts_with('-')) return 0.0;
   double value = 0.0;
-  if (ParseShortReal(text, value)) return negative ? -value : value;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc::result_out_of_range) {
     const std::string_view number(text.data(), static_cast<std::size_t>(end - text.data()));
@@ -93,6 +70,35 @@ double ParseReal(std::string_view text) noexcept {
     return 0.0;
   }
   return negative ? -value : value;
+}
+
+// Few digits and a small power of ten are exact in a double, and their quotient is the nearest.
+ShortNumber ParseShortNumber(std::string_view text) noexcept {
+  const char* next = text.data();
+  const char* const end = next + text.size();
+  const bool negative = next != end && *next == '-';
+  if (next != end && (negative || *next == '+')) ++next;
+  const char* const first = next;
+  if (end - first >= std::ssize(kPowersOfTen)) return {};
+  std::int64_t digits = 0;
+  const char* behindPoint = nullptr;
+  for (; next != end; ++next) {
+    if (IsDigit(*next)) {
+      digits = digits * 10 + (*next - '0');
+    } else if (*next == '.' && !behindPoint) {
+      behindPoint = next + 1;
+    } else {
+      return {};
+    }
+  }
+  if (behindPoint) {
+    if (end - first < 2) return {};
+    const double value = static_cast<double>(digits) / kPowersOfTen[end - behindPoint];
+    return {true, true, 0, static_cast<float>(negative ? -value : value)};
+  }
+  const bool isPlain = digits != 0 || text == "0";
+  if (!isPlain || digits > std::numeric_limits<std::int32_t>::max()) return {};
+  return {true, false, static_cast<std::int32_t>(negative ? -digits : digits), 0.0F};
 }
 
 std::uint32_t ParseHexadecimal(std::string_view text) noexcept {

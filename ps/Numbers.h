@@ -18,4 +18,14 @@ namespace orxeps {
 // Hexadecimal digits after an optional "0X", as an unsigned 32-bit number that wraps around.
 [[nodiscard]] std::uint32_t ParseHexadecimal(std::string_view text) noexcept;
 
+// A decimal number as nearly all are written: a sign or none, few digits, a point or none. Anything
+// else, a 0 that is not just "0" included, is not valid here and may still be a number.
+struct ShortNumber {
+  bool isValid = false;
+  bool isReal = false;
+  std::int32_t intValue = 0;
+  float realValue = 0.0F;
+};
+[[nodiscard]] ShortNumber ParseShortNumber(std::string_view text) noexcept;
+
 }  // namespace orxeps

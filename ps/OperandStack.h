@@ -13,6 +13,7 @@
 
 #include "ps/Limits.h"
 #include "ps/ObjectHeap.h"
+#include "ps/ObjectList.h"
 #include "ps/PSObject.h"
 
 namespace orxeps {
@@ -68,10 +69,12 @@ public:
     unmarkedEnd = std::min(unmarkedEnd, entries.size() - size);
     return std::span(entries).last(size);
   }
-  // Forgets the top `count` entries; their references are the caller's now.
-  void Forget(std::int32_t count) noexcept {
+  // Moves the top `count` entries, the deepest first, to the end of a list. Throws std::bad_alloc
+  // and moves nothing. REQUIRES: 0 <= count <= Count().
+  void MoveTop(std::int32_t count, ObjectList& list) {
+    list.Reserve(count);
+    for (PSObject* entry : TopEntries(count)) list.Append(PSRef::Adopt(entry));
     entries.resize(entries.size() - static_cast<std::size_t>(count));
-    unmarkedEnd = std::min(unmarkedEnd, entries.size());
   }
 
   // The entries above the topmost mark, or kNoMark. `marksWritten` is the heap's count: when it has
@@ -92,7 +95,9 @@ public:
 private:
   std::vector<PSObject*> entries;
   // Where the search for a mark has found none, so that a program which searches again and again
-  // does not scan a deep stack each time: from the first of these to before the second.
+  // does not scan a deep stack each time: from the first of these to before the second. It ends
+  // where entries leave the stack or are rearranged, and wholly when any object anywhere has been
+  // overwritten by a mark ("copy", "astore"): the heap counts those.
   std::size_t unmarkedBegin = 0;
   std::size_t unmarkedEnd = 0;
   std::uint64_t marksSeen = 0;
