@@ -24,11 +24,12 @@ constexpr std::size_t RunLength(unsigned code) noexcept {
   return code < kEndOfData ? code + 1 : 257 - code;
 }
 
-// The most that one run gives.
+// The most that one run gives, in whole strides.
 constexpr std::size_t kLongestRun = 128;
 // Most runs are short. Where there is room for more than the run, this much is written at once and
 // what is too much is written over by the next run.
 constexpr std::size_t kStride = 32;
+static_assert(kLongestRun % kStride == 0);
 
 // Writes kStride bytes of a run of either kind. Which kind the next run is cannot be foreseen, so
 // nothing here branches on it.
@@ -39,6 +40,12 @@ void WriteStride(const unsigned char* from, bool repeats, unsigned char* to) noe
     std::memcpy(&word, from + done, sizeof word);
     if (repeats) word = repeated;
     std::memcpy(to + done, &word, sizeof word);
+  }
+}
+
+void CopyInStrides(const unsigned char* from, unsigned char* to, std::size_t length) noexcept {
+  for (std::size_t done = 0; done < length; done += kStride) {
+    std::memcpy(to + done, from + done, kStride);
   }
 }
 
@@ -69,10 +76,13 @@ private:
     const std::size_t length = RunLength(code);
     const bool repeats = code > kEndOfData;
     unsigned char* to = bytes.get() + size;
-    if (length <= kStride && static_cast<std::size_t>(end - from) >= kStride) {
+    const auto left = static_cast<std::size_t>(end - from);
+    if (length <= kStride && left >= kStride) {
       WriteStride(from, repeats, to);
     } else if (repeats) {
       std::memset(to, *from, length);
+    } else if (left >= kLongestRun) {
+      CopyInStrides(from, to, length);
     } else {
       std::memcpy(to, from, length);
     }
