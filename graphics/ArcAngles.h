@@ -7,7 +7,8 @@ enum class ArcDirection { CounterClockwise, Clockwise };
 
 // The first of last, last + 360, last + 720, ... that is not below `first` (clockwise: of last,
 // last - 360, ... that is not above it), each sum formed in single precision. Angles too far apart
-// for that, infinite ones and those that are no numbers included, give some angle at once.
+// for that are brought in order at once, by what remains of their distance; an end that is infinite
+// on the wrong side becomes the start. Other infinite ones and no numbers stay.
 [[nodiscard]] float OrderedEndAngle(float first, float last, ArcDirection direction) noexcept;
 
 }  // namespace orxeps

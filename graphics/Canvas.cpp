@@ -31,7 +31,8 @@ bool UnitsAreMillimetres() noexcept {
   return !setting || std::string_view(setting) != "0";
 }
 
-Canvas::Canvas() noexcept : unitScale(UnitsAreMillimetres() ? kMillimetresPerUnit : 1.0F) {}
+Canvas::Canvas(MemoryBudget& budget) noexcept
+    : states(budget), unitScale(UnitsAreMillimetres() ? kMillimetresPerUnit : 1.0F) {}
 
 void Canvas::DefineColor() {
   generator->DefineColor(kColorIndex, states.current.red, states.current.green,

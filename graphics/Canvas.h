@@ -19,8 +19,8 @@ enum class FillRule : int { EvenOdd = 0, NonZeroWinding = 1 };
 
 class Canvas {
 public:
-  // Asks the environment for the units.
-  Canvas() noexcept;
+  // Asks the environment for the units. What it holds counts in a budget, which is borrowed.
+  explicit Canvas(MemoryBudget& budget) noexcept;
   Canvas(const Canvas&) = delete;
   Canvas& operator=(const Canvas&) = delete;
 

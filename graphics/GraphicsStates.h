@@ -11,22 +11,33 @@
 #include "graphics/GraphicsState.h"
 #include "graphics/PathBuffer.h"
 #include "ps/Limits.h"
+#include "ps/MemoryBudget.h"
 
 namespace orxeps {
 
 class GraphicsStates {
 public:
+  // States and points count in a budget, which is borrowed.
+  explicit GraphicsStates(MemoryBudget& memoryBudget) noexcept
+      : budget(memoryBudget), buffer(memoryBudget) {}
+  GraphicsStates(const GraphicsStates&) = delete;
+  GraphicsStates& operator=(const GraphicsStates&) = delete;
+  ~GraphicsStates() { budget.Give(saved.size() * kSavedStateCost); }
+
   GraphicsState current;
 
   // Saves a copy of the current state. Returns false, and saves nothing, when the ceiling is met.
+  // Throws LimitReached (VMerror) and std::bad_alloc.
   [[nodiscard]] bool Save();
   // Brings the state saved last back, path included; does nothing when none is saved.
   void Restore() noexcept;
   [[nodiscard]] std::size_t SavedCount() const noexcept { return saved.size(); }
 
   // Whether the path may grow by this many points.
-  [[nodiscard]] bool HasRoomFor(std::size_t points) const noexcept {
-    return buffer.Count() + points <= kMaxPathPoints;
+  [[nodiscard]] bool HasRoomFor(std::size_t points) noexcept {
+    if (buffer.Count() + points <= kMaxPathPoints) return true;
+    pathWasFull = true;
+    return false;
   }
   // Adds a point, in device space, to the path; it becomes the current point. A Move begins a
   // subpath.
@@ -41,11 +52,19 @@ public:
   }
   // Adds lines to points, at least one; the last becomes the current point.
   void AppendLines(std::span<const float> xs, std::span<const float> ys) {
-    buffer.AppendLines(xs, ys);
+    try {
+      buffer.AppendLines(xs, ys);
+    } catch (...) {
+      buffer.Truncate(current.path.End());
+      throw;
+    }
     current.path.count += xs.size();
     current.currentX = xs.back();
     current.currentY = ys.back();
   }
+  // Empties a path that has met its ceiling since this was asked last, with what saved states share
+  // of it; any other stays.
+  void EmptyFullPath() noexcept;
   // Empties the path; the current point and the subpath's start stay as they are.
   void ClearPath() noexcept;
 
@@ -62,8 +81,10 @@ public:
   }
 
 private:
+  MemoryBudget& budget;
   PathBuffer buffer;
   std::vector<GraphicsState> saved;
+  bool pathWasFull = false;
 };
 
 }  // namespace orxeps

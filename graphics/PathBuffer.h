@@ -13,11 +13,18 @@
 #include <vector>
 
 #include "graphics/GraphicsState.h"
+#include "ps/MemoryBudget.h"
 
 namespace orxeps {
 
 class PathBuffer {
 public:
+  // Its memory counts in a budget, which is borrowed.
+  explicit PathBuffer(MemoryBudget& memoryBudget) noexcept : budget(memoryBudget) {}
+  PathBuffer(const PathBuffer&) = delete;
+  PathBuffer& operator=(const PathBuffer&) = delete;
+  ~PathBuffer() { budget.Give(blocks.size() * kBlockCost); }
+
   [[nodiscard]] std::size_t Count() const noexcept { return count; }
   // REQUIRES: index < Count().
   [[nodiscard]] const PathPoint& At(std::size_t index) const noexcept {
@@ -42,7 +49,10 @@ public:
   void Truncate(std::size_t newCount) noexcept {
     count = newCount;
     const std::size_t used = count / kBlockPoints;
-    if (blocks.size() > used + 2) blocks.resize(used + 2);
+    while (blocks.size() > used + 2) {
+      blocks.pop_back();
+      budget.Give(kBlockCost);
+    }
     if (used == blocks.size()) {
       next = blockEnd = nullptr;
     } else {
@@ -64,16 +74,24 @@ public:
 
 private:
   static constexpr std::size_t kBlockPoints = 1024;
+  static constexpr std::size_t kBlockCost = kBlockPoints * kPointCost;
 
   void BeginBlock() {
     const std::size_t block = count / kBlockPoints;
     if (block == blocks.size()) {
       blocks.push_back(std::make_unique_for_overwrite<PathPoint[]>(kBlockPoints));
+      try {
+        budget.Take(kBlockCost);
+      } catch (...) {
+        blocks.pop_back();
+        throw;
+      }
     }
     next = blocks[block].get();
     blockEnd = next + kBlockPoints;
   }
 
+  MemoryBudget& budget;
   std::vector<std::unique_ptr<PathPoint[]>> blocks;
   std::size_t count = 0;
   PathPoint* next = nullptr;  // where the next point goes; at the block's end when there is none

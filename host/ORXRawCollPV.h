@@ -38,6 +38,8 @@ public:
   [[nodiscard]] std::int32_t Count() const noexcept {
     return block ? static_cast<std::int32_t>(block->count) : 0;
   }
+  // The pointers that there is memory for.
+  [[nodiscard]] std::size_t Capacity() const noexcept { return block ? block->capacity : 0; }
   // REQUIRES: 1 <= position <= Count().
   [[nodiscard]] void* At(std::int32_t position) const noexcept {
     return block->Items()[position - 1];

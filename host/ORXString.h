@@ -82,11 +82,16 @@ public:
     shared->hash = 0;
     shared->Bytes()[position] = character;
   }
-  // Takes one character out. REQUIRES: position < Length().
+  // Takes one character out; at either end that costs next to nothing.
+  // REQUIRES: position < Length().
   void RemoveAt(std::size_t position) {
     const std::string_view text = View();
     if (text.size() == 1) return Clear();
-    Adopt(SharedText::Make(text.substr(0, position), text.substr(position + 1)));
+    if (shared->holders > 1) {
+      Adopt(SharedText::Make(text.substr(0, position), text.substr(position + 1)));
+    } else {
+      shared->Erase(position);
+    }
   }
 
   friend bool operator==(const ORXString& a, const ORXString& b) noexcept {
@@ -105,16 +110,30 @@ private:
 
   struct SharedText {
     std::size_t length;
+    std::size_t begin;  // bytes in front that are no part of the text any more
     std::uint32_t holders;
     mutable std::uint32_t hash;  // 0 until it is asked for
 
-    char* Bytes() noexcept { return reinterpret_cast<char*>(this + 1); }
-    const char* Bytes() const noexcept { return reinterpret_cast<const char*>(this + 1); }
+    char* Bytes() noexcept { return reinterpret_cast<char*>(this + 1) + begin; }
+    const char* Bytes() const noexcept { return reinterpret_cast<const char*>(this + 1) + begin; }
+
+    // Takes a character out by moving what lies on its shorter side.
+    void Erase(std::size_t position) noexcept {
+      char* const bytes = Bytes();
+      if (position < length / 2) {
+        std::memmove(bytes + 1, bytes, position);
+        ++begin;
+      } else {
+        std::memmove(bytes + position, bytes + position + 1, length - position - 1);
+      }
+      --length;
+      hash = 0;
+    }
 
     static SharedText* Make(std::string_view head, std::string_view tail) {
       const std::size_t length = head.size() + tail.size();
       void* block = ::operator new(sizeof(SharedText) + length);
-      auto* text = new (block) SharedText{length, 1, 0};
+      auto* text = new (block) SharedText{length, 0, 1, 0};
       if (!head.empty()) std::memcpy(text->Bytes(), head.data(), head.size());
       if (!tail.empty()) std::memcpy(text->Bytes() + head.size(), tail.data(), tail.size());
       return text;

@@ -12,32 +12,38 @@
 #include <span>
 #include <utility>
 
+#include "ps/MemoryBudget.h"
+
 namespace orxeps {
 
 class ByteBuffer {
 public:
   ByteBuffer() noexcept = default;
-  // Takes over `length` bytes that were allocated with std::malloc, or null.
-  ByteBuffer(unsigned char* allocated, std::size_t length) noexcept
-      : memory(allocated), count(allocated ? length : 0) {}
+  // An empty buffer that counts in a budget when it grows.
+  explicit ByteBuffer(MemoryBudget& budget) noexcept : share(budget) {}
+  // Takes over `length` bytes that were allocated with std::malloc, or null, and their share of a
+  // budget.
+  ByteBuffer(unsigned char* allocated, std::size_t length, MemoryShare itsShare) noexcept
+      : memory(allocated), count(allocated ? length : 0), share(std::move(itsShare)) {
+    static_cast<void>(share.Resize(count));
+  }
   ByteBuffer(ByteBuffer&& other) noexcept
-      : memory(std::move(other.memory)), count(std::exchange(other.count, 0)) {}
+      : memory(std::move(other.memory)),
+        count(std::exchange(other.count, 0)),
+        share(std::move(other.share)) {}
   ByteBuffer& operator=(ByteBuffer&& other) noexcept {
     memory = std::move(other.memory);
     count = std::exchange(other.count, 0);
+    share = std::move(other.share);
     return *this;
   }
   ~ByteBuffer() = default;
 
-  // Zero bytes; an absent buffer when memory runs out or `length` is 0.
-  [[nodiscard]] static ByteBuffer Zeroed(std::size_t length) noexcept {
-    if (length == 0) return {};
-    return {static_cast<unsigned char*>(std::calloc(length, 1)), length};
-  }
-  // Bytes of any value.
-  [[nodiscard]] static ByteBuffer Unset(std::size_t length) noexcept {
-    if (length == 0) return {};
-    return {static_cast<unsigned char*>(std::malloc(length)), length};
+  // Zero bytes; an absent buffer when memory or the budget runs out or `length` is 0.
+  [[nodiscard]] static ByteBuffer Zeroed(MemoryBudget& budget, std::size_t length) noexcept {
+    MemoryShare share(budget);
+    if (length == 0 || !share.Resize(length)) return {};
+    return {static_cast<unsigned char*>(std::calloc(length, 1)), length, std::move(share)};
   }
 
   [[nodiscard]] bool IsEmpty() const noexcept { return count == 0; }
@@ -49,10 +55,14 @@ public:
   }
 
   // Makes the buffer longer with bytes of any value. False, and the buffer as it was, when memory
-  // runs out. REQUIRES: length >= Length(), length > 0.
+  // or the budget runs out. REQUIRES: length >= Length(), length > 0.
   [[nodiscard]] bool Extend(std::size_t length) noexcept {
+    if (!share.Resize(length)) return false;
     auto* larger = static_cast<unsigned char*>(std::realloc(memory.get(), length));
-    if (!larger) return false;
+    if (!larger) {
+      static_cast<void>(share.Resize(count));
+      return false;
+    }
     static_cast<void>(memory.release());
     memory.reset(larger);
     count = length;
@@ -77,6 +87,7 @@ private:
 
   std::unique_ptr<unsigned char[], Free> memory;
   std::size_t count = 0;
+  MemoryShare share;
 };
 
 }  // namespace orxeps

@@ -55,9 +55,18 @@ void NoteInteger(ColorImageOperands& operands, std::int32_t value) noexcept {
 }
 
 // The flag that tells several sources from one also tells how many operands there are.
-int OperandLimit(bool severalSources, std::int32_t components) noexcept {
-  if (!severalSources || components == 1) return 7;
-  return components == 3 ? 9 : kMaxOperandsTaken;
+int OperandLimit(bool severalSources, const ColorImageOperands& operands) noexcept {
+  if (!severalSources) return 7;
+  switch (operands.layout.components) {
+    case 1:
+      return 7;
+    case 3:
+      return 9;
+    case 4:
+      return kMaxOperandsTaken;
+    default:
+      return operands.limit;
+  }
 }
 
 void NoteOperand(FilterSet& filters, ColorImageOperands& operands, const PSObject& operand) {
@@ -65,7 +74,7 @@ void NoteOperand(FilterSet& filters, ColorImageOperands& operands, const PSObjec
   if (operand.Is(PSObjectType::Integer)) {
     NoteInteger(operands, operand.intValue);
   } else if (operand.Is(PSObjectType::Boolean)) {
-    operands.limit = OperandLimit(operand.boolValue != 0, layout.components);
+    operands.limit = OperandLimit(operand.boolValue != 0, operands);
   } else if (operand.Is(PSObjectType::Procedure) &&
              layout.sourceCount < std::ssize(operands.sources)) {
     operands.sources[static_cast<std::size_t>(layout.sourceCount++)] = {
@@ -171,7 +180,7 @@ ColorSamples PrepareSamples(Machine& machine, const SampleLayout& layout) {
   const auto format = FormatOf(layout.components);
   if (!sourcesFit || !format) return samples;
   const auto bytes = LayoutBytes(layout.width, layout.height, *format);
-  if (bytes) samples.bytes = ByteBuffer::Zeroed(*bytes);
+  if (bytes) samples.bytes = ByteBuffer::Zeroed(machine.heap.Budget(), *bytes);
   samples.handedBack = !samples.bytes.IsEmpty();
   if (!samples.handedBack) RaiseError(machine, bytes ? "VMerror" : "limitcheck");
   return samples;
@@ -191,8 +200,10 @@ ColorSamples ReadColorImageSamples(Machine& machine, InputReader& input, const S
   return samples;
 }
 
-// Turns the image around its vertical axis. False when memory runs out.
-bool MirrorLeftToRight(ORXPixelImage& image) {
+// Turns the image around its vertical axis. False when memory or the budget runs out.
+bool MirrorLeftToRight(ORXPixelImage& image, MemoryBudget& budget) {
+  MemoryShare copy(budget);
+  if (!copy.Resize(image.ByteCount())) return false;
   image.InvertLineProgression();
   ORXPixelImage* turned = image.CreateRotatedImage(180);
   if (!turned) return false;
@@ -210,7 +221,7 @@ void DrawUpright(Machine& machine, Canvas& canvas, const SampleLayout& layout,
   ImagePlacement placement = PlaceImage(canvas, layout.width, layout.height);
   if (a < 0.0) {
     placement.x = static_cast<float>(static_cast<double>(placement.x) + a);
-    if (!MirrorLeftToRight(image)) {
+    if (!MirrorLeftToRight(image, machine.heap.Budget())) {
       RaiseError(machine, "VMerror");
       return;
     }

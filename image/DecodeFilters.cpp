@@ -16,19 +16,39 @@ namespace {
 using HostDecoder = int (*)(const unsigned char*, unsigned int, unsigned char*&, unsigned int&,
                             int) noexcept;
 
+// `most` is what the result can come to at most: it counts before the decoder takes it.
 FilterStatus DecodeByHost(HostDecoder decode, std::span<const unsigned char> encoded,
-                          ByteBuffer& decoded) {
+                          std::size_t most, MemoryBudget& budget, ByteBuffer& decoded) {
   decoded = {};
   if (encoded.size() > std::numeric_limits<unsigned int>::max()) return kFilterFailure;
+  MemoryShare share(budget);
+  if (!share.Resize(most)) return kFilterFailure;
   unsigned char* bytes = nullptr;
   unsigned int length = 0;
   const FilterStatus status =
       decode(encoded.data(), static_cast<unsigned int>(encoded.size()), bytes, length, 0);
-  ByteBuffer result(bytes, length);
+  ByteBuffer result(bytes, length, std::move(share));
   if (status < 0) return status;
   if (result.Length() > kMaxImageBytes) return kFilterFailure;
   decoded = std::move(result);
   return status;
+}
+
+// Five characters make four bytes, and so does a "z".
+std::size_t MostBase85Bytes(std::span<const unsigned char> encoded) noexcept {
+  const auto zeros = static_cast<std::size_t>(std::ranges::count(encoded, 'z'));
+  return (zeros + (encoded.size() - zeros) / 5 + 1) * 4;
+}
+
+std::size_t RunLengthBytes(std::span<const unsigned char> encoded) noexcept {
+  constexpr unsigned kEnd = 128;
+  std::size_t bytes = 0;
+  for (std::size_t i = 0; i < encoded.size() && encoded[i] != kEnd;) {
+    const std::size_t code = encoded[i];
+    bytes += code < kEnd ? code + 1 : 257 - code;
+    i += code < kEnd ? code + 2 : 2;
+  }
+  return bytes;
 }
 
 // 1 for each byte that the base-85 encoding is written with.
@@ -43,6 +63,8 @@ constexpr std::array<std::uint8_t, 256> kBase85Bytes = MakeBase85Bytes();
 // Collects bytes whose number is not known beforehand, up to the ceiling of an image.
 class Collector {
 public:
+  explicit Collector(MemoryBudget& budget) noexcept : buffer(budget) {}
+
   // Adds those bytes of a text that the encoding is written with. False when there is no more room.
   [[nodiscard]] bool AddBase85(std::string_view text) noexcept {
     if (buffer.Length() - used < text.size() && !Grow(text.size())) return false;
@@ -98,14 +120,14 @@ FilterStatus ASCII85DecodeFilter::SetParameters(const ORXHashDico& /*parameters*
 
 FilterStatus ASCII85DecodeFilter::Decode(std::span<const unsigned char> encoded,
                                          ByteBuffer& decoded) {
-  return DecodeByHost(ASCII85Decode, encoded, decoded);
+  return DecodeByHost(ASCII85Decode, encoded, MostBase85Bytes(encoded), budget, decoded);
 }
 
 // Data beyond the ceiling is read all the same: the program goes on behind it.
 FilterStatus ASCII85DecodeFilter::ReadEncoded(InputReader* input, ByteBuffer& encoded) {
   encoded = {};
-  if (!input || !input->HasStream()) return kFilterFailure;
-  Collector collector;
+  if (!input) return kFilterFailure;
+  Collector collector(budget);
   bool fits = true;
   char byte = 0;
   if (!TakeThroughTilde(*input, collector, fits)) return kFilterFailure;
@@ -128,7 +150,7 @@ FilterStatus RunLengthDecodeFilter::SetParameters(const ORXHashDico& /*parameter
 
 FilterStatus RunLengthDecodeFilter::Decode(std::span<const unsigned char> encoded,
                                            ByteBuffer& decoded) {
-  return DecodeByHost(RunLengthDecode, encoded, decoded);
+  return DecodeByHost(RunLengthDecode, encoded, RunLengthBytes(encoded), budget, decoded);
 }
 
 FilterStatus RunLengthDecodeFilter::ReadAndDecode(InputReader* /*input*/, ByteBuffer& decoded) {
@@ -142,9 +164,9 @@ FilterStatus RunLengthDecodeFilter::ReadEncoded(InputReader* /*input*/, ByteBuff
 }
 
 DecodeFilter* FilterSet::ForName(std::string_view name) {
-  const auto makeOnce = [](auto& filter) -> DecodeFilter* {
+  const auto makeOnce = [this](auto& filter) -> DecodeFilter* {
     using Filter = typename std::remove_reference_t<decltype(filter)>::element_type;
-    if (!filter) filter = std::make_unique<Filter>();
+    if (!filter) filter = std::make_unique<Filter>(budget);
     return filter.get();
   };
   if (name == "ASCII85Decode") return makeOnce(ascii85Filter);

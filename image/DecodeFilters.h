@@ -44,12 +44,16 @@ public:
   virtual FilterStatus ReadEncoded(InputReader* input, ByteBuffer& encoded) = 0;
 
 protected:
-  explicit DecodeFilter(FilterKind kind) noexcept : filterKind(kind) {}
+  DecodeFilter(FilterKind kind, MemoryBudget& memoryBudget) noexcept
+      : filterKind(kind), budget(memoryBudget) {}
+
+  MemoryBudget& budget;  // what is read and decoded counts in it; borrowed
 };
 
 class ASCII85DecodeFilter final : public DecodeFilter {
 public:
-  ASCII85DecodeFilter() noexcept : DecodeFilter(FilterKind::ASCII85) {}
+  explicit ASCII85DecodeFilter(MemoryBudget& memoryBudget) noexcept
+      : DecodeFilter(FilterKind::ASCII85, memoryBudget) {}
 
   FilterStatus SetParameters(const ORXHashDico& parameters) override;
   FilterStatus Decode(std::span<const unsigned char> encoded, ByteBuffer& decoded) override;
@@ -62,7 +66,8 @@ public:
 
 class RunLengthDecodeFilter final : public DecodeFilter {
 public:
-  RunLengthDecodeFilter() noexcept : DecodeFilter(FilterKind::RunLength) {}
+  explicit RunLengthDecodeFilter(MemoryBudget& memoryBudget) noexcept
+      : DecodeFilter(FilterKind::RunLength, memoryBudget) {}
 
   FilterStatus SetParameters(const ORXHashDico& parameters) override;
   FilterStatus Decode(std::span<const unsigned char> encoded, ByteBuffer& decoded) override;
@@ -87,7 +92,8 @@ struct FaxParameters {
 // Decodes pure two-dimensional coding (K below 0): ITU-T T.6, Group 4.
 class CCITTFaxDecodeFilter final : public DecodeFilter {
 public:
-  CCITTFaxDecodeFilter() noexcept : DecodeFilter(FilterKind::CCITTFax) {}
+  explicit CCITTFaxDecodeFilter(MemoryBudget& memoryBudget) noexcept
+      : DecodeFilter(FilterKind::CCITTFax, memoryBudget) {}
 
   FaxParameters parameters;
 
@@ -98,10 +104,12 @@ public:
   FilterStatus ReadEncoded(InputReader* input, ByteBuffer& encoded) override;
 };
 
-// The filters of one interpreter and the document that they read, which is borrowed.
+// The filters of one interpreter and the document that they read, which is borrowed as is the
+// budget in which what they read and decode counts.
 class FilterSet {
 public:
-  explicit FilterSet(InputReader& documentReader) noexcept : document(documentReader) {}
+  FilterSet(InputReader& documentReader, MemoryBudget& memoryBudget) noexcept
+      : document(documentReader), budget(memoryBudget) {}
 
   InputReader& document;
 
@@ -110,6 +118,7 @@ public:
   [[nodiscard]] DecodeFilter* ForName(std::string_view name);
 
 private:
+  MemoryBudget& budget;
   std::unique_ptr<ASCII85DecodeFilter> ascii85Filter;
   std::unique_ptr<RunLengthDecodeFilter> runLengthFilter;
   std::unique_ptr<CCITTFaxDecodeFilter> ccittFaxFilter;

@@ -48,7 +48,9 @@ bool DecodeBitmap(const FaxParameters& parameters, std::span<const unsigned char
 }
 
 // Sends the bitmap through the raster formats library, whose pixels the filter hands out.
-ByteBuffer ConvertBitmap(const FaxParameters& parameters, ByteBuffer bitmap) {
+ByteBuffer ConvertBitmap(const FaxParameters& parameters, ByteBuffer bitmap, MemoryBudget& budget) {
+  MemoryShare share(budget);
+  if (!share.Resize(bitmap.Length())) return {};
   const FaxDecodingOption option;
   ORXPixelImage* image = ORXMMediaImageConverter::CreatePixelImage(
       bitmap.Data(), static_cast<int>(bitmap.Length()), parameters.columns, parameters.rows,
@@ -57,7 +59,7 @@ ByteBuffer ConvertBitmap(const FaxParameters& parameters, ByteBuffer bitmap) {
   const std::size_t length = bitmap.Length();
   bitmap = {};
   image->PrepareData();
-  ByteBuffer pixels(image->ExtractData(0, 1), length);
+  ByteBuffer pixels(image->ExtractData(0, 1), length, std::move(share));
   image->Release();
   return pixels;
 }
@@ -84,9 +86,9 @@ FilterStatus CCITTFaxDecodeFilter::Decode(std::span<const unsigned char> encoded
   if (encoded.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
     return kFilterFailure;
   }
-  ByteBuffer bitmap = ByteBuffer::Zeroed(BitmapBytes(parameters));
+  ByteBuffer bitmap = ByteBuffer::Zeroed(budget, BitmapBytes(parameters));
   if (bitmap.IsEmpty() || !DecodeBitmap(parameters, encoded, bitmap)) return kFilterFailure;
-  decoded = ConvertBitmap(parameters, std::move(bitmap));
+  decoded = ConvertBitmap(parameters, std::move(bitmap), budget);
   return decoded.IsEmpty() ? kFilterFailure : kFilterSuccess;
 }
 

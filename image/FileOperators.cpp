@@ -38,9 +38,10 @@ ResultCode Filter(Machine& machine, FilterSet& filters) {
   if (!TopIs(machine, PSObjectType::File)) return ResultCode::Failed;
   PSObject& file = *machine.operandStack.Top();
   InputReader* source = file.Parts().fileSource;
-  if (!source || !source->HasStream() || source->GetState() != 0) return ResultCode::Ran;
-  if (file.Parts().fileFilters.Count() >= kMaxFilters) return RaiseError(machine, "limitcheck");
-  file.OwnParts().fileFilters.Append(filter);
+  if (!source || source->GetState() != 0) return ResultCode::Ran;
+  // One too many stays attached, as the sign that nothing can be drawn from this file.
+  if (file.Parts().fileFilters.Count() <= kMaxFilters) file.OwnParts().fileFilters.Append(filter);
+  if (file.Parts().fileFilters.Count() > kMaxFilters) return RaiseError(machine, "limitcheck");
   return ResultCode::Ran;
 }
 
@@ -97,7 +98,7 @@ void ReadThroughClearToMark(InputReader& input) {
 
 // eexec ->; skips the encrypted part of a font program. The file operand stays.
 ResultCode EExec(FilterSet& filters) {
-  if (filters.document.HasStream()) ReadThroughClearToMark(filters.document);
+  ReadThroughClearToMark(filters.document);
   return ResultCode::Ran;
 }
 

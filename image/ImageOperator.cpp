@@ -40,7 +40,8 @@ private:
   }
 };
 
-// Reads the samples from the input through all filters of the data source; empty when that fails.
+// Reads the samples from the input through all filters of the data source; empty when that fails
+// and when there are more filters than can be.
 ByteBuffer ReadSamples(const PSObject& dataSource) {
   const auto filters = dataSource.Parts().fileFilters.Items();
   ByteBuffer samples;
@@ -50,7 +51,7 @@ ByteBuffer ReadSamples(const PSObject& dataSource) {
     const FilterStatus status = i == 0
                                     ? filter->ReadAndDecode(dataSource.Parts().fileSource, decoded)
                                     : filter->Decode(samples.Bytes(), decoded);
-    if (status < 0 || decoded.IsEmpty()) return {};
+    if (status < 0 || decoded.IsEmpty() || filters.size() > kMaxFilters) return {};
     samples = std::move(decoded);
   }
   return samples;

@@ -19,10 +19,9 @@ constexpr float kLowMemoryThreshold = 0.9F;
 class MemoryWatch {
 public:
   // Whether the pass is to stop before the next token.
-  [[nodiscard]] bool MustStop() {
+  [[nodiscard]] bool MustStop() noexcept {
     if (memoryIsLow) {
-      ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error,
-                                         "ORXPrintCGM2Interpreter: Low Memory Error");
+      Report();
       if (errorAction == OnErrorAction::Stop) return true;
     }
     if (tokensOfTen != 0) {
@@ -33,9 +32,20 @@ public:
   }
 
 private:
+  // The line is made once, when it is first needed; without the memory for it there is none.
+  void Report() noexcept {
+    try {
+      if (line.IsEmpty()) line = "ORXPrintCGM2Interpreter: Low Memory Error";
+    } catch (const std::bad_alloc&) {
+      return;
+    }
+    ORXPrintPropertiesManager::AddInfo(PrintInfoType::Error, line);
+  }
+
   const OnErrorAction errorAction = ORXPrintPropertiesManager::GetOnErrorAction();
   bool memoryIsLow = false;
   int tokensOfTen = 0;
+  ORXUnicodeString line;
 };
 
 }  // namespace
@@ -152,6 +162,9 @@ bool ORXPrintEPSInterpreter::RunWholePass() noexcept {
   const bool ran = RunPass();
   scanner.input.Close();
   if (ran) dictionaries = {};
+  // Nothing would ever paint what a counting pass has gathered to the brim.
+  if (!canvas.HasGenerator()) canvas.states.EmptyFullPath();
+  names.DropUnused();
   return ran;
 }
 

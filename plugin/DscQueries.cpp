@@ -36,8 +36,14 @@ public:
     input.Close();
   }
 
-  // False at the end of the data, and when the input stands still.
-  [[nodiscard]] bool ReadLine() { return input.IsReadable() && ReadBytes(); }
+  // False at the end of the data, and when the input stands still. A line of which not even the
+  // first byte can be read is empty; two of them in a row are the end.
+  [[nodiscard]] bool ReadLine() {
+    if (!input.IsReadable()) return false;
+    const bool couldRead = lineWasRead;
+    lineWasRead = ReadBytes();
+    return lineWasRead || couldRead;
+  }
   // The line read last; valid until the next.
   [[nodiscard]] std::string_view Line() const noexcept { return line; }
 
@@ -60,6 +66,7 @@ private:
   RunWatch& watch;
   const AtEnd whereToStop;
   std::string line;
+  bool lineWasRead = true;
 };
 
 bool Contains(std::string_view line, std::string_view text) noexcept {

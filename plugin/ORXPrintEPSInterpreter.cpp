@@ -7,7 +7,8 @@ namespace orxeps {
 ORXPrintEPSInterpreter::ORXPrintEPSInterpreter(PrintInputStream* input)
     : ORXPrintInterpreter("EPS"),
       Machine(SystemOperators()),
+      canvas(heap.Budget()),
       scanner(*this, input, *this),
-      filters(scanner.input) {}
+      filters(scanner.input, heap.Budget()) {}
 
 }  // namespace orxeps

@@ -83,7 +83,6 @@ PSRef ReadShortString(InputReader& input, ObjectHeap& heap) {
 }  // namespace
 
 PSRef Scanner::ReadBinaryToken() {
-  if (!input.HasStream()) return {};
   char first = 0;
   if (!input.ReadByte(first)) return {};
   if (Is(first, kBeginsBinary)) return ReadSupportedBinaryToken(static_cast<unsigned char>(first));

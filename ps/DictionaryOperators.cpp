@@ -35,7 +35,7 @@ ResultCode Begin(Machine& machine) {
   }
   ObjectList& stack = machine.dictionaryStack;
   if (stack.Count() - machine.dictionariesAtStart >= kMaxOpenDictionaries) {
-    return RaiseError(machine, "dictstackoverflow");
+    throw LimitReached{"dictstackoverflow"};
   }
   stack.Reserve(1);
   machine.OpenDictionary(TakeOperand(machine));

@@ -6,6 +6,32 @@
 
 namespace orxeps {
 
+namespace {
+
+// Stands in for the stream where there is none.
+class NoStream final : public PrintInputStream {
+  int Open(const char* /*mode*/) override { return -1; }
+  int Read(void* /*buffer*/, int /*count*/, int* /*countRead*/) override { return -1; }
+  int ReadByte(char* /*byte*/) override { return -1; }
+  int SetPosition(unsigned /*position*/) override { return -1; }
+  int Seek(int /*offset*/, int /*origin*/) override { return -1; }
+  int UnreadByte(char /*byte*/) override { return -1; }
+  int GetPosition(unsigned* /*position*/) override { return -1; }
+  int IsReadable() override { return 0; }
+  int Close() override { return -1; }
+  int HasMoreData() override { return 0; }
+  int GetState() override { return -1; }
+  int ClearEndOfFile() override { return -1; }
+};
+constinit NoStream noStream;
+
+}  // namespace
+
+InputReader::InputReader(PrintInputStream* borrowedStream, RunWatch& runWatch) noexcept
+    : stream(borrowedStream ? borrowedStream : &noStream), watch(runWatch) {}
+
+bool InputReader::HasStream() const noexcept { return stream != &noStream; }
+
 void InputReader::Open() {
   DropBlock();
   hasPushedBack = false;

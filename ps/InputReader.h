@@ -8,7 +8,8 @@
 // the end of its data sticks, so going back clears that first. When a pass ends, the stream stands
 // behind the last byte that was taken.
 //
-// A stream may be null: then there is nothing to read.
+// A stream may be null: then there is nothing to read, and every answer is that of a stream at its
+// end.
 #pragma once
 
 #include <array>
@@ -23,14 +24,11 @@ namespace orxeps {
 
 class InputReader {
 public:
-  InputReader(PrintInputStream* borrowedStream, RunWatch& runWatch) noexcept
-      : stream(borrowedStream), watch(runWatch) {}
+  InputReader(PrintInputStream* borrowedStream, RunWatch& runWatch) noexcept;
   InputReader(const InputReader&) = delete;
   InputReader& operator=(const InputReader&) = delete;
 
-  [[nodiscard]] bool HasStream() const noexcept { return stream != nullptr; }
-
-  // REQUIRES, from here on: there is a stream.
+  [[nodiscard]] bool HasStream() const noexcept;
 
   // Opens the stream and rewinds it. What Close leaves is as if there had been no reading ahead.
   void Open();

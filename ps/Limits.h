@@ -14,8 +14,8 @@ namespace orxeps {
 inline constexpr std::size_t kMaxExecutionDepth = std::size_t{1} << 20;
 // Entries of the operand stack. Abandons: stackoverflow.
 inline constexpr std::int32_t kMaxOperands = std::int32_t{1} << 20;
-// Dictionaries opened with "begin" and not ended, in one pass. Fails: dictstackoverflow.
-inline constexpr std::int32_t kMaxOpenDictionaries = 1024;
+// Dictionaries opened with "begin" and not ended, in one pass. Abandons: dictstackoverflow.
+inline constexpr std::int32_t kMaxOpenDictionaries = 65'536;
 // Elements of one new array. Fails: limitcheck.
 inline constexpr std::int32_t kMaxArrayElements = std::int32_t{1} << 20;
 // Objects that a copy of one object may make for what is nested in it. Abandons: limitcheck.
@@ -25,7 +25,13 @@ inline constexpr std::size_t kMaxClonedElements = std::size_t{1} << 20;
 inline constexpr std::size_t kObjectCost = 32;
 inline constexpr std::size_t kPartsCost = 64;
 inline constexpr std::size_t kNameCost = 96;
-// Bytes of all live objects with their parts and names. Abandons: VMerror.
+// The same for a procedure whose end is still to be read, a saved graphics state and a point of a
+// path; samples of images count as they are.
+inline constexpr std::size_t kOpenProcedureCost = 24;
+inline constexpr std::size_t kSavedStateCost = 192;
+inline constexpr std::size_t kPointCost = 24;
+// Bytes of all that an interpreter holds for its document at once: objects, names, texts, paths,
+// saved states, samples. Abandons: VMerror; where only an image has no room, it is not drawn.
 inline constexpr std::size_t kMaxBytes = std::size_t{384} << 20;
 // Bytes of them that a pass may always add to what earlier passes of the interpreter left alive.
 inline constexpr std::size_t kMinPassBytes = std::size_t{4} << 20;
@@ -35,7 +41,7 @@ inline constexpr std::size_t kMaxTextBytes = std::size_t{16} << 20;
 inline constexpr std::size_t kMaxSavedStates = std::size_t{1} << 18;
 // Points of the current path and all saved ones. Fails: limitcheck.
 inline constexpr std::size_t kMaxPathPoints = std::size_t{1} << 23;
-// Filters attached to one file object. Fails: limitcheck.
+// Filters attached to one file object; with more nothing can be drawn from it. Fails: limitcheck.
 inline constexpr std::int32_t kMaxFilters = 32;
 // Bytes of the samples of one image, encoded or decoded. Fails: limitcheck.
 inline constexpr std::size_t kMaxImageBytes = std::size_t{512} << 20;

@@ -23,7 +23,8 @@ PSRef MakeSystemDict(Machine& machine) {
 
 }  // namespace
 
-Machine::Machine(const OperatorTable& operatorTable) : names(heap), operators(operatorTable) {
+Machine::Machine(const OperatorTable& operatorTable)
+    : names(heap.Budget()), operators(operatorTable) {
   operatorNames.reserve(operators.Rows().size());
   for (const OperatorRow& row : operators.Rows()) {
     operatorNames.push_back(names.Intern(row.name));

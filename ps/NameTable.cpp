@@ -23,8 +23,8 @@ Name& NameTable::Make(std::string_view text, std::uint32_t hash) {
   auto name = std::make_unique<Name>();
   name->text = ORXString(text);
   Name& made = *name;
-  if (!heap.HasRoomFor(CostOf(made))) DropUnused();
-  heap.Charge(CostOf(made));
+  if (!budget.HasRoomFor(CostOf(made))) DropUnused();
+  budget.Take(CostOf(made));
   ++count;
   Place({hash, std::move(name)});
   return made;
@@ -51,7 +51,7 @@ void NameTable::DropUnused() noexcept {
   bool dropped = false;
   for (Slot& slot : slots) {
     if (!slot.name || slot.name->holders > 0) continue;
-    heap.Discharge(CostOf(*slot.name));
+    budget.Give(CostOf(*slot.name));
     --count;
     slot.name.reset();
     dropped = true;

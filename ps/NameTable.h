@@ -12,15 +12,15 @@
 #include <string_view>
 #include <vector>
 
+#include "ps/MemoryBudget.h"
 #include "ps/NameText.h"
-#include "ps/ObjectHeap.h"
 
 namespace orxeps {
 
 class NameTable {
 public:
-  // Names count in the heap's budget.
-  explicit NameTable(ObjectHeap& accountingHeap) noexcept : heap(accountingHeap) {}
+  // Names count in a budget, which is borrowed.
+  explicit NameTable(MemoryBudget& memoryBudget) noexcept : budget(memoryBudget) {}
   NameTable(const NameTable&) = delete;
   NameTable& operator=(const NameTable&) = delete;
   ~NameTable() = default;
@@ -103,7 +103,7 @@ private:
   std::vector<Slot> slots;  // a power of two of them, at most half in use
   std::array<ShortName, 256> shortNames;
   std::size_t count = 0;
-  ObjectHeap& heap;
+  MemoryBudget& budget;
   Name emptyName;
 };
 

@@ -11,8 +11,7 @@ constexpr std::size_t kSlotCost = 24;
 constexpr std::size_t kElementCost = 8;
 
 std::size_t CostOf(const PSParts& parts) noexcept {
-  const auto elements = static_cast<std::size_t>(parts.arrayElements.Count()) +
-                        static_cast<std::size_t>(parts.procElements.Count());
+  const std::size_t elements = parts.arrayElements.Capacity() + parts.procElements.Capacity();
   // A text counts for every object that holds it: any of them may be the one that keeps it.
   return elements * kElementCost + parts.dictEntries.Capacity() * kSlotCost +
          parts.stringText.Length();
@@ -55,16 +54,16 @@ ObjectHeap::~ObjectHeap() {
 void ObjectHeap::UpdateCharge(PSObject& object) {
   if (!object.parts) return;
   const std::size_t bytes = kPartsCost + CostOf(*object.parts);
-  liveBytes = liveBytes - object.parts->chargedBytes + bytes;
+  budget.used = budget.used - object.parts->chargedBytes + bytes;
   object.parts->chargedBytes = bytes;
-  if (liveBytes > budget) throw LimitReached{"VMerror"};
+  if (budget.used > budget.most) throw LimitReached{"VMerror"};
 }
 
 PSParts* ObjectHeap::MakeParts() {
-  Charge(kPartsCost);
+  budget.Take(kPartsCost);
   PSParts* parts = new (std::nothrow) PSParts;
   if (!parts) {
-    Discharge(kPartsCost);
+    budget.Give(kPartsCost);
     throw std::bad_alloc();
   }
   parts->chargedBytes = kPartsCost;
@@ -103,7 +102,7 @@ void ObjectHeap::ReleaseParts(PSObject& object) noexcept {
   const auto releaseLater = [this](PSObject* element) { ReleaseLater(element); };
   parts.arrayElements.Drain(releaseLater);
   parts.procElements.Drain(releaseLater);
-  liveBytes -= parts.chargedBytes;
+  budget.Give(parts.chargedBytes);
   delete object.parts;
   object.parts = nullptr;
 }

@@ -18,12 +18,6 @@
 
 namespace orxeps {
 
-// Thrown when a ceiling is met in the middle of a run: the run is abandoned back to the main loop,
-// which raises the error.
-struct LimitReached {
-  const char* error;
-};
-
 class ObjectHeap : private RecordPool {
 public:
   ObjectHeap() noexcept = default;
@@ -48,21 +42,12 @@ public:
   // changed. Throws LimitReached (VMerror) when the budget does not allow them.
   void UpdateCharge(PSObject& object);
 
-  // Counts, or counts no longer, what others keep for the document: names, paths, samples. Throws
-  // LimitReached (VMerror) when the budget does not allow it, and then counts nothing.
-  void Charge(std::size_t bytes) {
-    if (!HasRoomFor(bytes)) throw LimitReached{"VMerror"};
-    liveBytes += bytes;
-  }
-  void Discharge(std::size_t bytes) noexcept { liveBytes -= bytes; }
-
-  [[nodiscard]] bool HasRoomFor(std::size_t bytes) const noexcept {
-    return bytes <= budget - std::min(budget, liveBytes);
-  }
+  // What the budget is made of; others of the same interpreter count in it, too.
+  [[nodiscard]] MemoryBudget& Budget() noexcept { return budget; }
   // Whether the budget allows no further object.
-  [[nodiscard]] bool IsFull() const noexcept { return liveBytes + kObjectCost > budget; }
+  [[nodiscard]] bool IsFull() const noexcept { return !budget.HasRoomFor(kObjectCost); }
   // Gives a pass room to begin, whatever earlier passes left alive.
-  void BeginPass() noexcept { budget = std::max(kMaxBytes, liveBytes + kMinPassBytes); }
+  void BeginPass() noexcept { budget.most = std::max(kMaxBytes, budget.used + kMinPassBytes); }
 
   // Objects can be overwritten where they lie ("copy", "astore", "scale"), and whoever remembers
   // something about objects must notice. A mark written over an operand ends what the operand
@@ -75,7 +60,6 @@ public:
 
   // Objects made and not yet destroyed.
   [[nodiscard]] std::size_t LiveCount() const noexcept { return liveCount; }
-  [[nodiscard]] std::size_t LiveBytes() const noexcept { return liveBytes; }
 
 private:
   friend class PSObject;
@@ -89,7 +73,6 @@ private:
 
   void* slabs = nullptr;
   PSObject* condemned = nullptr;  // objects without holders whose parts are still to be released
-  std::size_t budget = kMaxBytes;
   std::uint64_t marksWritten = 0;
   std::uint64_t generation = 1;
 };

@@ -16,6 +16,7 @@ namespace orxeps {
 class ObjectList {
 public:
   [[nodiscard]] std::int32_t Count() const noexcept { return pointers.Count(); }
+  [[nodiscard]] std::size_t Capacity() const noexcept { return pointers.Capacity(); }
   [[nodiscard]] bool IsEmpty() const noexcept { return Count() == 0; }
   // Borrowed. REQUIRES: 1 <= position <= Count().
   [[nodiscard]] PSObject* At(std::int32_t position) const noexcept {

@@ -102,7 +102,8 @@ void PSObject::AssignFrom(const PSObject& source) {
     heap.ForgetLookups();
   }
   if (&source != this) CopyValuesFrom(source);
-  if (IsMark()) heap.NoteMarkWritten();
+  // What only one holder has, an array, say, is not on the operand stack.
+  if (IsMark() && refCount > 2) heap.NoteMarkWritten();
   for (ObjectList PSParts::*list : kElementLists) {
     const std::int32_t count = (source.Parts().*list).Count();
     if (count == 0) continue;

@@ -21,6 +21,7 @@
 #include "host/ORXRawCollPV.h"
 #include "host/ORXString.h"
 #include "ps/Limits.h"
+#include "ps/MemoryBudget.h"
 #include "ps/MemoryPoisoning.h"
 #include "ps/NameText.h"
 #include "ps/ObjectList.h"
@@ -72,7 +73,7 @@ extern const NoParts kNoParts;
 struct RecordPool {
   PSObject* freeList = nullptr;
   std::size_t liveCount = 0;  // records
-  std::size_t liveBytes = 0;  // records, parts and names, at what they cost of the budget
+  MemoryBudget budget;
 };
 
 class PSObject {
@@ -160,7 +161,7 @@ private:
     record->realValue = 0.0F;
     new (&record->nameText) NameText();
     ++pool.liveCount;
-    pool.liveBytes += kObjectCost;
+    pool.budget.used += kObjectCost;
     return record;
   }
   // REQUIRES: no holders, no name and no parts.
@@ -168,7 +169,7 @@ private:
     nextInHeap = pool.freeList;
     pool.freeList = this;
     --pool.liveCount;
-    pool.liveBytes -= kObjectCost;
+    pool.budget.used -= kObjectCost;
     PoisonMemory(this, sizeof(PSObject));
   }
 

@@ -85,7 +85,6 @@ bool Scanner::ReadReadyToken(Token& token) noexcept {
 Token Scanner::ReadTokenFor(TokenUse use) {
   text.clear();
   stoppedAtBinaryToken = false;
-  if (!input.HasStream()) return {};
   Token token;
   char byte = 0;
   static_cast<void>(input.ReadByte(byte));
@@ -287,20 +286,43 @@ bool ClosesAll(const Token& token, std::size_t& open) noexcept {
 // Adds what a token begins to the innermost of the open procedures.
 void Scanner::AddElement(std::vector<PSRef>& open, const Token& token) {
   if (token.text.starts_with('{')) {
-    open.push_back(machine.heap.Make(PSObjectType::Procedure));
+    BeginProcedure(open);
   } else if (token.text == "}") {
     CloseProcedure(open);
   } else if (PSRef element = ReadObject(token)) {
-    open.back()->OwnParts().procElements.Append(std::move(element));
+    AppendElement(*open.back(), std::move(element));
   }
+}
+
+void Scanner::BeginProcedure(std::vector<PSRef>& open) {
+  machine.heap.Budget().Take(kOpenProcedureCost);
+  try {
+    open.push_back(machine.heap.Make(PSObjectType::Procedure));
+  } catch (...) {
+    machine.heap.Budget().Give(kOpenProcedureCost);
+    throw;
+  }
+}
+
+PSRef Scanner::TakeInnermost(std::vector<PSRef>& open) noexcept {
+  PSRef innermost = std::move(open.back());
+  open.pop_back();
+  machine.heap.Budget().Give(kOpenProcedureCost);
+  return innermost;
+}
+
+// The budget follows the list as it grows, not only when it is complete.
+void Scanner::AppendElement(PSObject& procedure, PSRef element) {
+  ObjectList& elements = procedure.OwnParts().procElements;
+  const std::size_t capacity = elements.Capacity();
+  elements.Append(std::move(element));
+  if (elements.Capacity() != capacity) machine.heap.UpdateCharge(procedure);
 }
 
 // Moves the innermost procedure into the one around it.
 void Scanner::CloseProcedure(std::vector<PSRef>& open) {
-  machine.heap.UpdateCharge(*open.back());
-  PSRef closed = std::move(open.back());
-  open.pop_back();
-  open.back()->OwnParts().procElements.Append(std::move(closed));
+  PSRef closed = TakeInnermost(open);
+  AppendElement(*open.back(), std::move(closed));
 }
 
 // When a ceiling is met or memory runs out on the way, the rest is read to its end and all of it
@@ -310,16 +332,16 @@ PSRef Scanner::ReadProcedure() {
   std::size_t openBraces = 1;
   const char* error = nullptr;
   ProgressGuard progress(input);
-  const auto drop = [&open, &error](const char* itsError) {
+  const auto drop = [this, &open, &error](const char* itsError) {
     if (!error) error = itsError;
-    while (!open.empty()) open.pop_back();
+    while (!open.empty()) static_cast<void>(TakeInnermost(open));
   };
   bool isFirst = true;
   while (isFirst || (input.IsReadable() && progress.Moved())) {
     try {
       if (isFirst) {
         isFirst = false;
-        open.push_back(machine.heap.Make(PSObjectType::Procedure));
+        BeginProcedure(open);
         continue;
       }
       const Token token = ReadToken();
@@ -337,8 +359,7 @@ PSRef Scanner::ReadProcedure() {
   }
   if (error) throw LimitReached{error};
   while (open.size() > 1) CloseProcedure(open);
-  machine.heap.UpdateCharge(*open.front());
-  return std::move(open.front());
+  return TakeInnermost(open);
 }
 
 // "<<" and ">>" come as two tokens. Strings in hexadecimal are not supported: what follows the "<"

@@ -109,7 +109,10 @@ private:
   [[nodiscard]] PSRef ReadSupportedBinaryToken(unsigned char type);
   void AddString(std::string& string, std::string_view text);
   void AddElement(std::vector<PSRef>& open, const Token& token);
+  void BeginProcedure(std::vector<PSRef>& open);
+  [[nodiscard]] PSRef TakeInnermost(std::vector<PSRef>& open) noexcept;
   void CloseProcedure(std::vector<PSRef>& open);
+  void AppendElement(PSObject& procedure, PSRef element);
 
   Machine& machine;
   CommentListener& listener;
