@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "bench/Documents.h"
+#include "bench/Encodings.h"
 #include "host/ORXRasterDecoders.h"
 #include "tests/framework/G4Encoder.h"
 

@@ -1,7 +1,7 @@
 // Operators that rearrange the operand stack, and those that run procedures.
 #include <gtest/gtest.h>
 
-#include "tests/support/Interpretation.h"
+#include "tests/support/Outcomes.h"
 
 namespace orxtests {
 namespace {
