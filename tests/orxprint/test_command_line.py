@@ -478,7 +478,7 @@ class Limits(CommandLine):
         self.assertGreater(json.loads(printed)[0]["statistics"]["lines"], 0)
 
     def test_a_document_that_fills_memory_is_stopped(self):
-        self.write("full.eps", HEADER + BOX + SQUARE + "1 2 3 4 5 6 7 8\n" * 1_500_000)
+        self.write("full.eps", HEADER + BOX + SQUARE + "[1 (two) {3}]\n" * 500_000)
         limit = ["--memory-limit", "64M"]
         message = "full.eps: stopped: memory runs low"
         traced = self.expect(4, "trace", "full.eps", *limit, message=message)
