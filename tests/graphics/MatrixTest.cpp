@@ -64,6 +64,8 @@ TEST(Matrix, RotationTurnsCounterClockwise) {
       {"30 rotate 2 0 transform", 1.7320508F, 1},
       {"45 rotate -45 rotate 3 4 transform", 3, 4},
       {"10 0 translate 90 rotate 5 5 translate 0 0 transform", 5, 5},
+      // The angle is made radians in single precision: here 17453.29296875.
+      {"1000000 rotate 1 0 transform", 0.17409015F, -0.98472972F},
   };
   for (const auto& [program, x, y] : kTable) {
     Interpretation interpretation(program);

@@ -24,6 +24,13 @@ TEST(Painting, SendsMillimetres) {
   EXPECT_EQ(interpretation.Stack(), "0.0 0.0");
 }
 
+TEST(Painting, RoundsCoordinatesOnceAndOnlyWhenTheyAreSent) {
+  // 0.7999999895691872 times the scale; rounded to single precision first it would be 0.28222224.
+  const std::string calls = CallsOf("0.1 0.1 moveto 0.7 0.7 rlineto gsave stroke grestore fill");
+  EXPECT_NE(calls.find("LineTo(0.2822222, 0.2822222)\n"), std::string::npos) << calls;
+  EXPECT_NE(calls.find(", 0.2822222, 0.2822222])\n"), std::string::npos) << calls;
+}
+
 TEST(Painting, SendsPointsWhenTheEnvironmentSaysSoButWidthsInMillimetres) {
   const ScopedPoints points;
   EXPECT_EQ(CallsOf("2 setlinewidth 10 0 moveto 10.5 20 lineto stroke"),

@@ -311,7 +311,7 @@ const Hostile kRows[] = {
      "stackoverflow", Rest::Runs, Circles::None, 320},
     {"MemoryUsedUpEarly",
      [] {
-       return "/f {1 array dup 0 4 -1 roll put f} def null f " + Repeated(2400, "4096 array ") +
+       return "/f {1 array dup 0 4 -1 roll put f} def null f " + Repeated(1600, "4096 array ") +
               Repeated(kMillion / 4, "[(text) {1 2} /x] ");
      },
      "VMerror", Rest::IsSwallowed, Circles::None, 640},

@@ -3,11 +3,14 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 #include "image/DecodeFilters.h"
 #include "tests/framework/G4Encoder.h"
+#include "tests/support/OddStream.h"
 #include "tests/support/SampleData.h"
 #include "tests/support/ScopedUnits.h"
+#include "tests/support/SilentGenerator.h"
 
 namespace orxtests {
 namespace {
@@ -38,6 +41,33 @@ TEST(Filters, AreAttachedToTheFileTheyAreGiven) {
   EXPECT_EQ(attached.At(2), interpretation.Get().filters.ForName("RunLengthDecode"));
   EXPECT_EQ(stack.Below(1), stack.Below(2));
   EXPECT_EQ(stack.Below(0)->Parts().fileFilters.Count(), 0);
+}
+
+TEST(Filters, AreAttachedOnlyWhileTheStreamIsInItsNormalState) {
+  for (const int state : {0, 7, -1}) {
+    orxframework::MemoryInputStream bytes("currentfile /ASCII85Decode filter ");
+    OddStream input(bytes, {.state = state});
+    SilentGenerator generator;
+    orxeps::ORXPrintEPSInterpreter interpreter(&input);
+    EXPECT_EQ(interpreter.Generate(&generator), 1);
+    ASSERT_EQ(ShowOutcome(interpreter), "file") << state;
+    const orxeps::PSParts& file = interpreter.operandStack.Top()->Parts();
+    EXPECT_EQ(file.fileFilters.Count(), state == 0 ? 1 : 0) << state;
+  }
+}
+
+TEST(Filters, GiveFaxRowsOfWholeBytes) {
+  const std::string twoWhiteRows = "11" + std::string(orxframework::ccitt::kEndOfBlockText);
+  const std::vector<unsigned char> data = orxframework::ccitt::PackBits(twoWhiteRows);
+  for (const int columns : {1, 7, 8, 9, 15, 16, 17, 1728}) {
+    orxeps::CCITTFaxDecodeFilter filter;
+    filter.parameters.k = -1;
+    filter.parameters.columns = columns;
+    filter.parameters.rows = 2;
+    orxeps::ByteBuffer decoded;
+    EXPECT_EQ(filter.Decode(data, decoded), orxeps::kFilterSuccess) << columns;
+    EXPECT_EQ(decoded.Length(), 2 * ((static_cast<std::size_t>(columns) + 7) / 8)) << columns;
+  }
 }
 
 TEST(Filters, KeepFaxParametersFromOneUseToTheNext) {

@@ -61,9 +61,22 @@ TEST(Image, IsPlacedByTheTransformationMatrixAlone) {
   const std::string image = DictionaryImage("/Width 2 /Height 1", "ab");
   EXPECT_EQ(ImagesOf("10 20 translate 72 144 scale " + image),
             "2x1 format 0 at 3.5277777 7.0555553 pixels 12.7 50.8: 6162");
+  // A pixel size is rounded once, at its end; single-precision steps would give 0.07055556 here.
+  EXPECT_EQ(ImagesOf("1 1 scale " + DictionaryImage("/Width 5 /Height 1", "abcde")),
+            "5x1 format 0 at 0 0 pixels 0.07055555 0.35277778: 6162636465");
+  EXPECT_EQ(ImagesOf("1 1 scale " + DictionaryImage("/Width 1 /Height 5", "abcde")),
+            "1x5 format 0 at 0 0 pixels 0.35277778 0.07055555: 6162636465");
   const ScopedPoints points;
   EXPECT_EQ(ImagesOf("[-8 3 5 -4 10 20] concat " + image),
             "2x1 format 0 at 10 20 pixels -4 -4: 6162");
+}
+
+TEST(Image, ReadsThroughACopiedFileObject) {
+  const ScopedPoints points;
+  EXPECT_EQ(ImagesOf("<< /Width 2 /Height 1 /BitsPerComponent 8 /DataSource [currentfile] 0 array "
+                     "copy 0 get /ASCII85Decode filter >> image\n" +
+                     Base85("ab")),
+            "2x1 format 0 at 0 0 pixels 0.5 1: 6162");
 }
 
 TEST(Image, DrawsNothingThroughFiltersThatFail) {

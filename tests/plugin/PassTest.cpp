@@ -94,6 +94,32 @@ TEST(Passes, WithoutInputOrGeneratorDoNothing) {
   EXPECT_EQ(label.ToUtf8(), "kept");
 }
 
+TEST(StructureComments, TakeEffectByTheirLettersAlone) {
+  ExpectOutcomes({
+      {"1 %%EOF\n2", "1"},
+      {"1 % 1.E (O) %F\n2", "1"},
+      {"1 %%EOFX\n2", "1 2"},
+      {"1 %eof\n2", "1 2"},
+  });
+  const struct {
+    std::string_view program;
+    std::uint32_t pages;
+  } kTable[] = {
+      {"%%Page: 1 1", 1},
+      {"%%Pages: 3\n%page: 1\n(%%Page: 1)", 0},
+      {"%%Page:1\nx %see Page: 2\n%%PageBoundingBox: 1", 2},
+      {"%%P.a g9e:\n%PPage:\n", 2},
+      {"%%EOF\n%%Page: 1", 0},
+  };
+  for (const auto& [program, pages] : kTable) {
+    Interpretation interpretation(program);
+    static_cast<void>(interpretation.Draw());
+    EXPECT_EQ(interpretation.Get().pageCounter, pages) << program;
+    const auto state = pages ? orxeps::PageState::Drawing : orxeps::PageState::NoPage;
+    EXPECT_EQ(interpretation.Get().pageState, state) << program;
+  }
+}
+
 TEST(PageFilter, LetsTheSelectedPageAndWhatSurroundsPagesRun) {
   constexpr const char* kDocument =
       "0\n%%Page: a 1\n1 showpage 2\n%%Page: b 2\n3 (x) pop showpage 4\n%%Page: c 3\n5 showpage 6";

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/support/Interpretation.h"
+#include "tests/ps/LanguageRun.h"
 
 namespace orxtests {
 namespace {
@@ -42,9 +42,9 @@ TEST(BinaryTokens, GiveLiteralObjects) {
 TEST(BinaryTokens, CutShortByTheEndOfTheDataGiveNothing) {
   for (const auto& [token, expected] : kTokens) {
     for (std::size_t length = 0; length <= token.size(); ++length) {
-      Interpretation interpretation = Interpretation::OfExactly(token.substr(0, length));
-      EXPECT_EQ(interpretation.Draw(), "");
-      EXPECT_EQ(interpretation.Stack(), length < token.size() ? "" : expected);
+      LanguageRun run = LanguageRun::OfExactly(token.substr(0, length));
+      run.Run();
+      EXPECT_EQ(run.Stack(), length < token.size() ? "" : expected);
     }
   }
   EXPECT_EQ(StackAfter("{\x8e\x09 abc}"), "{}");
@@ -52,7 +52,7 @@ TEST(BinaryTokens, CutShortByTheEndOfTheDataGiveNothing) {
 
 TEST(BinaryTokens, NamesOfOperatorsAreExecutable) {
   ExpectOutcomes({
-      {"{\x92\x42\x92\x01}", "{fill add}"},
+      {"{\x92\x3e\x92\x01}", "{exch add}"},
       {"1 2 \x92\x01", "3"},
       {"{\x92\x04 \x92\xff 7}", "{7}"},  // no operator has these indices
       {"{\x92\xba}", "{where}"},

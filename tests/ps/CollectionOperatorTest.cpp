@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "tests/support/Interpretation.h"
+#include "tests/support/Outcomes.h"
 
 namespace orxtests {
 namespace {
@@ -80,14 +80,17 @@ TEST(DictionaryOperators, FindNamesFromTheTopOfTheDictionaryStackDown) {
       {"/x 1 def /x load /add load", "1 --add--"},
       {"/x load", "/x !undefined"},
       {"(x) load", "!typecheck"},
-      {"/moveto where /nope where", "<<93>> true false"},
+      {"/nope where /add where exch length systemdict length eq", "false true true"},
       {"/x 1 def /x where pop currentdict length exch length", "1 1"},
       {"(x) where", "!typecheck"},
-      {"systemdict length userdict statusdict errordict globaldict", "93 <<0>> <<0>> <<0>> <<0>>"},
+      {"userdict statusdict errordict globaldict", "<<0>> <<0>> <<0>> <<0>>"},
       {"statusdict begin currentdict /a 1 put a end a", "1"},
+      // A dictionary that was overwritten where it stands open is none any more.
+      {"/d 1 dict def d begin 5 [d] astore pop /x 7 def x", ""},
+      {"/x 7 def /d 1 dict def d begin /x 8 def x 5 [d] astore pop x", "8 7"},
   });
   std::string program;
-  for (int i = 0; i < 1024; ++i) program += "1 dict begin ";
+  for (int i = 0; i < orxeps::kMaxOpenDictionaries; ++i) program += "1 dict begin ";
   EXPECT_EQ(StackAfter(program), "");
   ExpectOutcomes({{program + "2 dict begin", "<<0>> !dictstackoverflow"}});
 }
@@ -106,7 +109,17 @@ TEST(ResourceOperators, KeepInstancesInCategoriesOfUserdict) {
       {"(k) 5 (S) defineresource", "(k) 5 (S) !typecheck"},
       {"(k) (S) findresource", "(k) (S) !typecheck"},
       {"1 5 /S defineresource", "!typecheck"},
+      // An empty key is no key, and no error.
       {"() 5 /S defineresource", ""},
+      {"/k 5 /S defineresource pop () /S findresource () /S undefineresource S", "<<1>>"},
+      // The topmost entry of the category's name counts, whatever it is; definitions go to
+      // userdict.
+      {"/k 5 /S defineresource pop 1 dict begin /S 7 def /k /S findresource", "!undefinedresource"},
+      {"/k 5 /S defineresource pop 1 dict begin /S 7 def /k /S undefineresource end S",
+       "<<1>> !undefinedresource"},
+      {"1 dict begin /S << /k 3 >> def /k 5 /S defineresource pop /k /S findresource end /k /S "
+       "findresource",
+       "3 5"},
   });
 }
 

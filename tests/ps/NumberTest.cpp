@@ -12,7 +12,7 @@
 #include <string>
 
 #include "ps/Scanner.h"
-#include "tests/support/Interpretation.h"
+#include "tests/ps/LanguageRun.h"
 
 namespace orxtests {
 namespace {
@@ -44,12 +44,12 @@ Number ByTheLibrary(const std::string& token) {
 class Numbers : public testing::Test {
 protected:
   Number Made(const std::string& token) {
-    const orxeps::PSRef object = interpretation.Get().scanner.MakeObject(token);
+    const orxeps::PSRef object = run.scanner.MakeObject(token);
     EXPECT_EQ(object->literal, 1) << token;
     return {object->type, object->intValue, std::bit_cast<std::uint32_t>(object->realValue)};
   }
 
-  Interpretation interpretation{""};
+  LanguageRun run{""};
 };
 
 TEST_F(Numbers, AgreeWithTheLibraryOnWhatDocumentsWrite) {

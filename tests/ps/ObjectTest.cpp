@@ -7,7 +7,6 @@
 #include "ps/Dictionaries.h"
 #include "ps/NameTable.h"
 #include "ps/ObjectHeap.h"
-#include "tests/support/Interpretation.h"
 
 namespace orxtests {
 namespace {

@@ -5,8 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
-#include "tests/support/Interpretation.h"
+#include "tests/ps/LanguageRun.h"
 
 namespace orxtests {
 namespace {
@@ -65,42 +66,36 @@ TEST(Scanner, OnlyAParenthesisRightBehindABackslashLeavesTheDepthAlone) {
 }
 
 TEST(Scanner, TheDepthIsNeverReset) {
-  Interpretation interpretation(" 7 (");
-  static_cast<void>(interpretation.Draw());
-  EXPECT_EQ(interpretation.Stack(), "7 ()");
-  EXPECT_EQ(interpretation.Get().scanner.stringDepth, 1);
+  LanguageRun run(" 7 (");
+  run.Run();
+  EXPECT_EQ(run.Stack(), "7 ()");
+  EXPECT_EQ(run.scanner.stringDepth, 1);
   // Inside the string that is still open, " 7" is a name.
-  static_cast<void>(interpretation.Draw());
-  EXPECT_EQ(interpretation.Stack(), "7 ()");
-  EXPECT_EQ(interpretation.Get().scanner.stringDepth, 2);
+  run.Run();
+  EXPECT_EQ(run.Stack(), "7 ()");
+  EXPECT_EQ(run.scanner.stringDepth, 2);
 }
 
-TEST(Scanner, CommentsTakeEffectByTheirLettersAlone) {
+TEST(Scanner, CommentsAreHeardByTheirLettersAndSignsAlone) {
   ExpectOutcomes({
       {"1 %!PS-Adobe-3.0 EPSF-3.0 /x (\n2", "1 2"},
       {"1%c\n%c\n\n2", "1 2"},
       {"{1%}\n2}", "{1 2}"},
-      {"1 %%EOF\n2", "1"},
-      {"1 % 1.E (O) %F\n2", "1"},
-      {"1 %%EOFX\n2", "1 2"},
-      {"1 %eof\n2", "1 2"},
   });
   const struct {
     std::string_view program;
-    std::uint32_t pages;
+    std::vector<std::string> heard;
   } kTable[] = {
-      {"%%Page: 1 1", 1},
-      {"%%Pages: 3\n%page: 1\n(%%Page: 1)", 0},
-      {"%%Page:1\nx %see Page: 2\n%%PageBoundingBox: 1", 2},
-      {"%%P.a g9e:\n%PPage:\n", 2},
-      {"%%EOF\n%%Page: 1", 0},
+      {"%a b\r%c\n1 %d", {"abc", "d"}},  // only a newline ends it
+      {"%%Page: 12 .5\tx", {"Page:x"}},
+      {"% 1.E (O) %F<>[]{}/", {"EOF"}},
+      {"x%\n%", {"", ""}},
+      {"(a %b)\n%c", {"c"}},  // inside a string it is text
   };
-  for (const auto& [program, pages] : kTable) {
-    Interpretation interpretation(program);
-    static_cast<void>(interpretation.Draw());
-    EXPECT_EQ(interpretation.Get().pageCounter, pages) << program;
-    const auto state = pages ? orxeps::PageState::Drawing : orxeps::PageState::NoPage;
-    EXPECT_EQ(interpretation.Get().pageState, state) << program;
+  for (const auto& [program, heard] : kTable) {
+    LanguageRun run(program);
+    run.Run();
+    EXPECT_EQ(run.comments, heard) << program;
   }
 }
 
@@ -116,21 +111,21 @@ TEST(Scanner, ALastTokenRunsUnlessItIsASingleByte) {
                              {"/a /", "/a"},
                              {"<", ""},
                              {"", ""}}) {
-    Interpretation interpretation = Interpretation::OfExactly(row.program);
-    EXPECT_EQ(interpretation.Draw(), "") << row.program;
-    EXPECT_EQ(interpretation.Stack(), row.expected) << row.program;
+    LanguageRun run = LanguageRun::OfExactly(row.program);
+    run.Run();
+    EXPECT_EQ(run.Stack(), row.expected) << row.program;
   }
-  Interpretation comment = Interpretation::OfExactly("%%Page:");
-  static_cast<void>(comment.Draw());
-  EXPECT_EQ(comment.Get().pageCounter, 1U);
+  LanguageRun comment = LanguageRun::OfExactly("%last");
+  comment.Run();
+  EXPECT_EQ(comment.comments, std::vector<std::string>{"last"});
 }
 
 TEST(Scanner, ProceduresNestAsDeepAsTheDocumentSays) {
   constexpr std::size_t kDepth = 200'000;
-  Interpretation interpretation(std::string(kDepth, '{') + std::string(kDepth, '}') + " 7");
-  static_cast<void>(interpretation.Draw());
-  EXPECT_EQ(interpretation.Get().operandStack.Count(), 2);
-  EXPECT_EQ(interpretation.Get().operandStack.Top()->intValue, 7);
+  LanguageRun run(std::string(kDepth, '{') + std::string(kDepth, '}') + " 7");
+  run.Run();
+  EXPECT_EQ(run.operandStack.Count(), 2);
+  EXPECT_EQ(run.operandStack.Top()->intValue, 7);
   EXPECT_EQ(StackAfter("{1 {2 {} 3} (a b) /n {x}} << /k >> ] {}"),
             "{1 {2 {} 3} (a b) /n {x}} [/k] {}");
 }

@@ -1,7 +1,9 @@
 // Operators that rearrange the operand stack, and those that run procedures.
 #include <gtest/gtest.h>
 
-#include "tests/support/Interpretation.h"
+#include <string>
+
+#include "tests/ps/LanguageRun.h"
 
 namespace orxtests {
 namespace {
@@ -71,6 +73,15 @@ TEST(StackOperators, CopyRepeatsEntriesOrFillsAnObject) {
       {"(a) 2.5 copy", "(a) 2.5"},
       {"{1} [2] copy", "{1} [2]"},
   });
+}
+
+TEST(StackOperators, ACopyThatHasNoRoomPushesNothing) {
+  const std::int32_t most = orxeps::kMaxOperands;
+  const std::string fill = std::to_string(most - 9) + " array aload pop ";
+  LanguageRun run(fill + "10 copy");
+  run.Run();
+  EXPECT_EQ(run.operandStack.Count(), most - 9);
+  EXPECT_STREQ(run.lastError, "stackoverflow");
 }
 
 TEST(ControlOperators, RunWhatTheConditionChooses) {

@@ -8,10 +8,6 @@ namespace orxtests {
 
 namespace {
 
-using orxeps::ObjectList;
-using orxeps::PSObject;
-using orxeps::PSObjectType;
-
 template <typename Number>
 std::string Shortest(Number value) {
   char text[64];
@@ -22,55 +18,6 @@ std::string Shortest(Number value) {
 std::string ShowCoordinate(double value) {
   const auto narrow = static_cast<float>(value);
   return static_cast<double>(narrow) == value ? Shortest(narrow) : Shortest(value);
-}
-
-std::string ShowReal(float value) {
-  std::string shown = Shortest(value);
-  if (shown.find_first_not_of("-0123456789") == std::string::npos) shown += ".0";
-  return shown;
-}
-
-std::string Show(const PSObject& object);
-
-std::string ShowElements(const ObjectList& elements) {
-  std::string shown;
-  for (std::int32_t i = 1; i <= elements.Count(); ++i) {
-    if (i > 1) shown += ' ';
-    shown += Show(*elements.At(i));
-  }
-  return shown;
-}
-
-std::string Show(const PSObject& object) {
-  switch (object.type) {
-    case PSObjectType::None:
-      return "none";
-    case PSObjectType::Integer:
-      return std::to_string(object.intValue);
-    case PSObjectType::Real:
-      return ShowReal(object.realValue);
-    case PSObjectType::String:
-      return "(" + std::string(object.Parts().stringText.View()) + ")";
-    case PSObjectType::Name:
-      return (object.literal ? "/" : "") + std::string(object.nameText.View());
-    case PSObjectType::Array:
-      return "[" + ShowElements(object.Parts().arrayElements) + "]";
-    case PSObjectType::Procedure:
-      return "{" + ShowElements(object.Parts().procElements) + "}";
-    case PSObjectType::File:
-      return "file";
-    case PSObjectType::Dictionary:
-      return "<<" + std::to_string(object.Parts().dictEntries.Count()) + ">>";
-    case PSObjectType::Boolean:
-      return object.boolValue ? "true" : "false";
-    case PSObjectType::Mark:
-      return "mark";
-    case PSObjectType::Null:
-      return "null";
-    case PSObjectType::Operator:
-      return "--" + std::string(object.nameText.View()) + "--";
-  }
-  return "?";
 }
 
 void ExpectNoViolations(const orxframework::ViolationLog& log) {
@@ -125,14 +72,7 @@ std::string Interpretation::Count() {
   return report;
 }
 
-std::string Interpretation::Stack() const {
-  std::string shown;
-  for (std::int32_t depth = interpreter->operandStack.Count() - 1; depth >= 0; --depth) {
-    shown += Show(*interpreter->operandStack.Below(depth));
-    if (depth > 0) shown += ' ';
-  }
-  return shown;
-}
+std::string Interpretation::Stack() const { return ShowStack(interpreter->operandStack); }
 
 std::string Interpretation::Path() const {
   const orxeps::GraphicsStates& states = interpreter->canvas.states;
@@ -156,16 +96,10 @@ std::string StackAfter(std::string_view program) {
   return interpretation.Stack();
 }
 
-void ExpectOutcomes(std::initializer_list<Outcome> table) {
-  for (const auto& [program, expected] : table) {
-    Interpretation interpretation(program);
-    static_cast<void>(interpretation.Draw());
-    std::string outcome = interpretation.Stack();
-    if (!interpretation.Error().empty()) {
-      outcome.append(outcome.empty() ? "!" : " !").append(interpretation.Error());
-    }
-    EXPECT_EQ(outcome, expected) << program;
-  }
+std::string OutcomeOf(std::string_view program) {
+  Interpretation interpretation(program);
+  static_cast<void>(interpretation.Draw());
+  return ShowOutcome(interpretation.Get());
 }
 
 std::string CallsOf(std::string_view program) {

@@ -6,7 +6,6 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "framework/CheckedHost.h"
 #include "framework/InputStreams.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
+#include "tests/support/Outcomes.h"
 
 namespace orxtests {
 
@@ -38,9 +38,7 @@ public:
   std::string Count();
   // The calls made since the last pass began.
   [[nodiscard]] std::string Calls();
-  // The operand stack, bottom first, entries separated by spaces: 1 2.0 (string) /name
-  // executable-name [array] {procedure} <<number-of-entries>> true mark null --operator-- file
-  // none.
+  // The operand stack, as ShowStack shows it.
   [[nodiscard]] std::string Stack() const;
   // The current path in device space: "M 0 0 L 10.5 2", numbers as short as they can be.
   [[nodiscard]] std::string Path() const;
@@ -69,17 +67,6 @@ private:
   bool circlesExpected = false;
   bool oddCallsAllowed = false;
 };
-
-// The operand stack after a program.
-[[nodiscard]] std::string StackAfter(std::string_view program);
-
-// A program, and what it leaves: the operand stack and, behind it, "!" with the error raised last
-// if there was any: "1 2 !rangecheck".
-struct Outcome {
-  std::string_view program;
-  std::string_view expected;
-};
-void ExpectOutcomes(std::initializer_list<Outcome> table);
 
 // The calls that a program makes.
 [[nodiscard]] std::string CallsOf(std::string_view program);
