@@ -37,7 +37,8 @@ void ExpectAlike(const GraphicsStates& states, const PlainState& model, unsigned
 // Random steps; `burst` points at a time, so that paths also outgrow the blocks they are kept in.
 void CompareWithCopies(unsigned seed, unsigned burst, unsigned steps) {
   std::mt19937 random(seed);
-  GraphicsStates states;
+  orxeps::MemoryBudget budget;
+  GraphicsStates states(budget);
   PlainState model;
   std::vector<PlainState> saved;
   for (unsigned step = 0; step < steps; ++step) {

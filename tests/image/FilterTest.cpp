@@ -60,7 +60,8 @@ TEST(Filters, GiveFaxRowsOfWholeBytes) {
   const std::string twoWhiteRows = "11" + std::string(orxframework::ccitt::kEndOfBlockText);
   const std::vector<unsigned char> data = orxframework::ccitt::PackBits(twoWhiteRows);
   for (const int columns : {1, 7, 8, 9, 15, 16, 17, 1728}) {
-    orxeps::CCITTFaxDecodeFilter filter;
+    orxeps::MemoryBudget budget;
+    orxeps::CCITTFaxDecodeFilter filter(budget);
     filter.parameters.k = -1;
     filter.parameters.columns = columns;
     filter.parameters.rows = 2;

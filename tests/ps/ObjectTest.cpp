@@ -37,7 +37,7 @@ PSObject* Element(const PSObject& array, std::int32_t position) {
 
 TEST(Objects, CloneCopiesElementsDeeplyAndSharesDictionaryValues) {
   ObjectHeap heap;
-  NameTable names(heap);
+  NameTable names(heap.Budget());
   PSRef dictionary = heap.Make(PSObjectType::Dictionary);
   PSObject* value = MakeInteger(heap, 7).Leak();
   DictInsert(heap, *dictionary, names.Intern("value"), PSRef::Adopt(value));
@@ -56,7 +56,7 @@ TEST(Objects, CloneCopiesElementsDeeplyAndSharesDictionaryValues) {
 
 TEST(Objects, AssignFromAppendsElementsAndReplacesTheDictionary) {
   ObjectHeap heap;
-  NameTable names(heap);
+  NameTable names(heap.Budget());
   const PSRef three =
       MakeArray(heap, MakeInteger(heap, 1), MakeInteger(heap, 2), MakeInteger(heap, 3));
   const PSRef two = MakeArray(heap, MakeInteger(heap, 4), MakeInteger(heap, 5));
@@ -87,7 +87,7 @@ TEST(Objects, AssignFromAppendsElementsAndReplacesTheDictionary) {
 
 TEST(Objects, ADictionaryThatHoldsItselfHoldsNoReference) {
   ObjectHeap heap;
-  NameTable names(heap);
+  NameTable names(heap.Budget());
   PSRef dictionary = heap.Make(PSObjectType::Dictionary);
   DictInsert(heap, *dictionary, names.Intern("self"), PSRef::Retain(dictionary.Get()));
   DictInsert(heap, *dictionary, names.Intern("self"), PSRef::Retain(dictionary.Get()));
@@ -108,7 +108,7 @@ TEST(Objects, ADictionaryThatHoldsItselfHoldsNoReference) {
 
 TEST(Objects, CopiesWithoutEndMeetTheirCeilingAndLeaveNothing) {
   ObjectHeap heap;
-  NameTable names(heap);
+  NameTable names(heap.Budget());
   PSRef array = heap.Make(PSObjectType::Array);
   array->OwnParts().arrayElements.Append(PSRef::Retain(array.Get()));
   EXPECT_THROW(static_cast<void>(array->Clone()), LimitReached);
