@@ -33,8 +33,8 @@ constexpr const char* kFooter =
     "A FILE of - is standard input; an output of - is standard output.\n"
     "\n"
     "Exit status: 0 all went well; 1 a file could not be read or drawn (the others are\n"
-    "done); 2 wrong usage; 4 a limit stopped the work (what was drawn is written); 5 the\n"
-    "plug-in could not be loaded.";
+    "done); 2 wrong usage; 4 a limit was met (what was drawn is written); 5 the plug-in could\n"
+    "not be loaded.";
 
 constexpr const char* kRenderFooter =
     "The format follows OUT's ending unless -f is given; it is svg without either. Without -o the\n"
@@ -48,7 +48,8 @@ constexpr const char* kInfoFooter =
     "or null for each page, at most 10000), statistics {curves, lines, arcs, images, "
     "closedPaths}.\n"
     "A file that could not be read has null for all of it and the key error; one that a limit\n"
-    "stopped has the key stopped, and one of more pages than were asked about pagesAsked.";
+    "stopped has the key stopped, one that met a limit of the interpreter limitMet {error, byte},\n"
+    "and one of more pages than were asked about pagesAsked.";
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
@@ -89,14 +90,15 @@ std::uint64_t ParseSize(const std::string& text) {
   return size << shift;
 }
 
-double ParseSeconds(const std::string& text) {
+TimeLimit ParseTimeLimit(const std::string& text) {
+  if (text == "none") return {std::nullopt, true};
   double seconds = 0;
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, seconds);
   if (error != std::errc() || stop != end || !(seconds > 0) || !std::isfinite(seconds)) {
-    Refuse("--time-limit", text, "a number of seconds above 0");
+    Refuse("--time-limit", text, "a number of seconds above 0, or none");
   }
-  return seconds;
+  return {seconds, true};
 }
 
 Area ParseArea(const std::string& text) {
@@ -195,8 +197,10 @@ private:
         .add_option("--memory-limit", raw.memoryLimit,
                     "Memory to use at most, in bytes or with K, M or G")
         ->type_name("SIZE");
-    command.add_option("--time-limit", raw.timeLimit, "Stop work on each file after this time")
-        ->type_name("SECONDS");
+    command
+        .add_option("--time-limit", raw.timeLimit,
+                    "Stop work on each file after this time; without it, interpreting after 300 s")
+        ->type_name("SECONDS|none");
   }
 
   CLI::App* AddCommand(const char* name, const char* description, const char* footer) {
@@ -239,7 +243,7 @@ private:
 
   Request Finish() {
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
-    if (!raw.timeLimit.empty()) common.timeLimit = ParseSeconds(raw.timeLimit);
+    if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
       throw CLI::ParseError("a command is required: render, info or trace",
                             CLI::ExitCodes::RequiredError);

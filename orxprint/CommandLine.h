@@ -16,11 +16,20 @@ namespace orxprint {
 // What a drawing shows.
 enum class Area { Box, Page, Drawing };
 
+// How long the work on one file may take.
+struct TimeLimit {
+  std::optional<double> seconds = 300;  // none: as long as it likes
+  // Everything counts under a limit that was given, interpreting alone under the usual one.
+  bool isGiven = false;
+
+  [[nodiscard]] std::optional<double> Given() const { return isGiven ? seconds : std::nullopt; }
+};
+
 struct CommonOptions {
-  std::string units;                // "mm", "pt" or empty: as the environment says
-  std::string plugin;               // empty: the usual places
-  std::uint64_t memoryLimit = 0;    // bytes; 0: what the machine has
-  std::optional<double> timeLimit;  // seconds for each file
+  std::string units;              // "mm", "pt" or empty: as the environment says
+  std::string plugin;             // empty: the usual places
+  std::uint64_t memoryLimit = 0;  // bytes; 0: what the machine has
+  TimeLimit timeLimit;
 };
 
 struct RenderOptions {

@@ -44,6 +44,7 @@ struct Description {
   bool hasPageBoxes = false;
   std::optional<Statistics> statistics;
   std::optional<Stop> stop;
+  std::optional<ORXPassEnd> limitMet;
   std::string error;  // not empty: nothing else is known
 };
 
@@ -70,14 +71,14 @@ std::vector<std::uint32_t> PagesToAskAbout(const PageAnswers& answers) {
   return pages;
 }
 
-Description DescribeDocument(const Session& session) {
+Description DescribeDocument(Session& session) {
   Description description;
   description.file = session.Name();
   description.hasPageBoxes = session.Source().Comments().MentionPageBoxes();
   description.answers = session.Ask(PagesToAskAbout);
-  const Session::Counts counts = session.Count();
-  description.stop = counts.stop;
-  if (counts.lines) description.statistics = ReadStatistics(*counts.lines);
+  if (const auto lines = session.Count()) description.statistics = ReadStatistics(*lines);
+  description.stop = session.Stopping();
+  description.limitMet = session.LimitMet();
   return description;
 }
 
@@ -122,6 +123,9 @@ Json ForPrograms(const Description& description, Units units) {
                  {"statistics", StatisticsForPrograms(description.statistics)}};
   if (answers.count.value_or(0) > answers.pages.size()) object["pagesAsked"] = answers.pages.size();
   if (description.stop) object["stopped"] = Describe(*description.stop);
+  if (const auto& met = description.limitMet) {
+    object["limitMet"] = {{"error", met->error}, {"byte", met->position}};
+  }
   if (!description.error.empty()) object["error"] = description.error;
   return object;
 }
@@ -162,17 +166,16 @@ std::string ForPeople(const Description& description, Units units) {
 Status DescribeFile(const Plugin& plugin, const CommonOptions& common, Description& description) {
   const std::string file = description.file;
   const Outcome outcome = Attempt(file, [&] {
-    description = DescribeDocument(Session(plugin, common, file));
-    if (!description.stop) return Status::Done;
-    Tell(file, Describe(*description.stop));
-    return Status::LimitReached;
+    Session session(plugin, common, file);
+    description = DescribeDocument(session);
+    return session.TellShortfalls();
   });
   description.error = outcome.problem;
   return outcome.status;
 }
 
 Status Print(std::string_view text, const CommonOptions& common) {
-  StandardOutput output(DeadlineIn(common.timeLimit));
+  StandardOutput output(DeadlineIn(common.timeLimit.Given()));
   if (output.Write(text)) return Status::Done;
   Tell("cannot write standard output: " + ErrorText(output.Error()));
   return output.Error() == ETIMEDOUT ? Status::LimitReached : Status::FileFailed;

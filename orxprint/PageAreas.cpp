@@ -24,7 +24,7 @@ std::optional<Box> FromOrigin(const std::optional<PageSize>& size, Units units) 
 // The library's page sizes: those of single pages, and the one that serves where they are missing.
 class PageSizes {
 public:
-  PageSizes(const Session& session, const std::vector<PageToWrite>& pages, Units sizeUnits)
+  PageSizes(Session& session, const std::vector<PageToWrite>& pages, Units sizeUnits)
       : units(sizeUnits), differ(session.Source().Comments().MentionPageBoxes()) {
     std::vector<std::uint32_t> numbers;
     const std::size_t count = differ ? std::min<std::size_t>(pages.size(), kMostAskedPages) : 1;
@@ -55,7 +55,7 @@ Box AtLeastVisible(Box box) {
 
 }  // namespace
 
-void ChooseAreas(const Session& session, Area area, Units units, std::vector<PageToWrite>& pages) {
+void ChooseAreas(Session& session, Area area, Units units, std::vector<PageToWrite>& pages) {
   const DocumentComments& comments = session.Source().Comments();
   std::optional<PageSizes> sizes;
   for (std::size_t i = 0; i < pages.size(); ++i) {

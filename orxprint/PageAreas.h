@@ -12,6 +12,6 @@ namespace orxprint {
 // Gives every page its area. The box is that of the page or the document; without one the page from
 // its origin serves, and without that the extent of what is drawn. Throws Failure for a page that
 // nothing gives an area.
-void ChooseAreas(const Session& session, Area area, Units units, std::vector<PageToWrite>& pages);
+void ChooseAreas(Session& session, Area area, Units units, std::vector<PageToWrite>& pages);
 
 }  // namespace orxprint

@@ -24,7 +24,8 @@ namespace fs = std::filesystem;
 using orxdrawing::DisplayRecorder;
 using orxdrawing::NullGenerator;
 
-// Under a time limit painting may take as long as interpreting, or this many seconds.
+// Under a time limit that was given painting may take as long as interpreting, or this many
+// seconds.
 constexpr double kLeastPaintingSeconds = 2;
 // More names of pages than this are not looked at before drawing.
 constexpr std::size_t kMostForeseenPages = 10'000;
@@ -47,9 +48,10 @@ public:
     if (options.pages) selected = SelectPages(*options.pages, PageCount());
     if (format.WritesFiles()) CheckOutputs();
     Draw();
-    if (stop) Tell(session.Name(), Describe(*stop));
+    session.TellShortfalls();
     if (format.WritesFiles()) Write();
-    return stop || losses.stop ? Status::LimitReached : Status::Done;
+    const Status status = session.TellShortfalls();
+    return losses.stop ? Status::LimitReached : status;
   }
 
 private:
@@ -96,8 +98,9 @@ private:
   }
 
   // As stated, or as many as there are page comments; a document without any is one page.
-  [[nodiscard]] std::uint32_t PageCount() const {
+  [[nodiscard]] std::uint32_t PageCount() {
     const std::uint32_t stated = session.Ask().count.value_or(0);
+    if (session.Stopping()) throw Stopped{*session.Stopping()};
     return stated > 0 ? stated : std::max(session.Source().Comments().pageComments, 1U);
   }
 
@@ -105,19 +108,19 @@ private:
     if (!options.pages) return DrawPages(PageSelection::All());
     for (const std::uint32_t page : selected) {
       DrawPages(PageSelection::Only(page));
-      if (stop) return;
+      if (session.Stopping()) return;
     }
   }
 
   void DrawPages(PageSelection selection) {
     const auto control = session.NewControl();
     if (!format.WritesFiles()) {
-      stop = session.DrawUnguarded(selection, control, std::make_shared<NullGenerator>());
+      session.DrawUnguarded(selection, control, std::make_shared<NullGenerator>());
       return;
     }
     const auto recorder = std::make_shared<DisplayRecorder>(
         PaintingBudget(), [&running = *control] { running.StopNow(Stop::MemoryLimit); });
-    stop = session.Draw(selection, control, recorder);
+    session.Draw(selection, control, recorder);
     const std::shared_ptr<const DisplayList> list(recorder, &recorder->List());
     if (selection.allPages == 0) {
       pages.push_back({list, 0, selection.page, {}});
@@ -151,13 +154,14 @@ private:
     ChooseAreas(session, options.area, units, pages);
     WriteFiles({options.dotsPerInch, units.pointsPerUnit, PaintingDeadline()});
     session.Extend(kLeastPaintingSeconds);
-    for (OutputFile& output : outputs) output.Commit(session.End());
+    for (OutputFile& output : outputs) output.Commit(session.GivenEnd());
     TellLosses();
   }
 
   [[nodiscard]] Deadline PaintingDeadline() const {
-    if (!session.TimeLimit()) return std::nullopt;
-    return DeadlineIn(std::max(*session.TimeLimit(), kLeastPaintingSeconds) * format.paintingShare);
+    if (!session.GivenLimit()) return std::nullopt;
+    return DeadlineIn(std::max(*session.GivenLimit(), kLeastPaintingSeconds) *
+                      format.paintingShare);
   }
 
   void WriteFiles(const WriteSettings& settings) {
@@ -212,7 +216,6 @@ private:
   std::vector<PageToWrite> pages;
   std::vector<OutputFile> outputs;
   Losses losses;
-  std::optional<Stop> stop;
 };
 
 }  // namespace

@@ -30,9 +30,39 @@ Deadline DeadlineIn(std::optional<double> seconds) {
 
 bool RunControl::MayGoOn() noexcept {
   if (state.load(std::memory_order_relaxed) == State::Left) Park();
-  if (deadline && Clock::now() >= *deadline) StopNow(Stop::TimeLimit);
+  if (IsOverdue()) StopNow(Stop::TimeLimit);
   if (ORXPrintPropertiesManager::IsLowMemory(kMemoryShare)) StopNow(Stop::MemoryLimit);
   return state.load(std::memory_order_relaxed) == State::Running;
+}
+
+// The end of a wait is added before the wait is over, so no look sees neither.
+bool RunControl::IsOverdue() const noexcept {
+  return deadline && !isWaiting && Clock::now() >= *deadline + waited.load();
+}
+
+void RunControl::PassEnded(const ORXPassEnd& end) noexcept {
+  switch (end.result) {
+    case ORXPassResult::LowMemory:
+      return StopNow(Stop::MemoryLimit);
+    case ORXPassResult::ReadFailed:
+      return StopNow(Stop::ReadFailed);
+    case ORXPassResult::OutOfMemory:
+      return StopNow(Stop::OutOfMemory);
+    case ORXPassResult::HostThrew:
+      return StopNow(Stop::HostFailed);
+    case ORXPassResult::LimitMet:
+      break;
+    case ORXPassResult::Complete:
+    case ORXPassResult::Stopped:
+      return;
+  }
+  const std::lock_guard lock(door);
+  if (!limitMet) limitMet = end;
+}
+
+std::optional<ORXPassEnd> RunControl::LimitMet() {
+  const std::lock_guard lock(door);
+  return limitMet;
 }
 
 void RunControl::Require() {
@@ -144,8 +174,18 @@ std::string Describe(Stop reason) {
       return "stopped: the output takes no more";
     case Stop::GaveUp:
       return "stopped: the interpreter could not go on";
+    case Stop::ReadFailed:
+      return "cannot be read to its end";
+    case Stop::HostFailed:
+      return "stopped: the drawing device failed";
   }
   return "stopped";
+}
+
+std::string Describe(const ORXPassEnd& limitMet) {
+  const std::string error = limitMet.error;
+  return "a limit of the interpreter was met" + (error.empty() ? "" : " (" + error + ")") +
+         " at byte " + std::to_string(limitMet.position) + ": what ran there is missing";
 }
 
 }  // namespace orxprint

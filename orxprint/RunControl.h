@@ -38,6 +38,8 @@ enum class Stop {
   InputLimit,    // what can be read only once is too much to be kept
   OutputFailed,  // what the run writes to takes no more
   GaveUp,        // the interpreter says that it could not go on
+  ReadFailed,    // so it says of a read, although the document had more
+  HostFailed,    // it caught what the host's own code threw
 };
 
 // Thrown where work that was stopped leaves nothing to go on with.
@@ -59,7 +61,9 @@ public:
 
   // Looks at the limits. Does not return to a run that was left.
   bool MayGoOn() noexcept override;
-  void PassEnded(const ORXPassEnd& /*end*/) noexcept override {}
+  // Takes what keeps a pass from being complete: a cause to stop the run, or a limit met on the
+  // way.
+  void PassEnded(const ORXPassEnd& end) noexcept override;
   // Throws Stopped when the run may not go on.
   void Require();
 
@@ -80,12 +84,24 @@ public:
     return 0;
   }
 
+  // Waits for somebody else in the middle of a run, which has that much more time then.
+  template <typename Wait>
+  void WaitUncounted(Wait&& wait) {
+    const Clock::time_point begin = Clock::now();
+    isWaiting = true;
+    wait();
+    waited = waited.load() + (Clock::now() - begin);
+    isWaiting = false;
+  }
+
   // Takes a line of the framework's report, which says that memory is low.
   void TakeReport(const ORXUnicodeString& line) noexcept;
   // Ends the run at its next step.
   void StopNow(Stop reason) noexcept;
   // Why the run is being stopped, if it is.
   [[nodiscard]] std::optional<Stop> Reason() const noexcept;
+  // The first limit of the interpreter that took effect, if one did. It does not stop a run.
+  [[nodiscard]] std::optional<ORXPassEnd> LimitMet();
 
 private:
   friend void Run(std::shared_ptr<RunControl> control, std::function<void()> work,
@@ -100,11 +116,16 @@ private:
   [[nodiscard]] bool HasEnded(std::chrono::milliseconds patience);
   void Leave(std::thread& thread);
 
+  [[nodiscard]] bool IsOverdue() const noexcept;
+
   const Deadline deadline;
+  std::atomic<bool> isWaiting = false;
+  std::atomic<Clock::duration> waited{};
   std::atomic<State> state = State::Running;
   std::atomic<int> reason = kNoReason;
   std::atomic<bool> inside = false;  // a piece of work is being done
   std::mutex door;
+  std::optional<ORXPassEnd> limitMet;
   std::condition_variable finishSignal;
   std::condition_variable parkingPlace;  // nobody is ever called from there
   bool finished = false;
@@ -125,5 +146,6 @@ void ConnectFrameworkReport(std::uint64_t memoryLimit);
 
 // The reason in the person's words.
 [[nodiscard]] std::string Describe(Stop reason);
+[[nodiscard]] std::string Describe(const ORXPassEnd& limitMet);
 
 }  // namespace orxprint

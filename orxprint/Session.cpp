@@ -21,19 +21,25 @@ void LetWatch(ORXPrintInterpreter& interpreter, RunControl& control) {
 }  // namespace
 
 Session::Session(const Plugin& itsPlugin, const CommonOptions& options, const std::string& file)
-    : plugin(itsPlugin), timeLimit(options.timeLimit), deadline(DeadlineIn(timeLimit)) {
-  RunControl control(deadline);
+    : plugin(itsPlugin),
+      givenLimit(options.timeLimit.Given()),
+      givenEnd(DeadlineIn(givenLimit)),
+      workEnd(givenEnd) {
+  RunControl control(givenEnd);
   document = std::make_shared<const Document>(file, control);
+  if (!options.timeLimit.isGiven) workEnd = DeadlineIn(options.timeLimit.seconds);
   if (!document->Comments().startsLikePostScript) {
     Warn(file, "does not begin with %! as PostScript does");
   }
 }
 
 void Session::Extend(double seconds) {
-  if (deadline) deadline = std::max(*deadline, *DeadlineIn(seconds));
+  for (Deadline* end : {&givenEnd, &workEnd}) {
+    if (*end) *end = std::max(*end, DeadlineIn(seconds));
+  }
 }
 
-std::optional<Stop> Session::Interpret(std::shared_ptr<RunControl> control, Work work) const {
+void Session::Interpret(std::shared_ptr<RunControl> control, Work work) {
   // Everything that the thread of the run touches.
   struct Desk {
     const Plugin& plugin;
@@ -54,14 +60,34 @@ std::optional<Stop> Session::Interpret(std::shared_ptr<RunControl> control, Work
       },
       [&] { progress.Show(desk->stream->PercentRead()); });
   document->RequireUnchanged();
-  return control->Reason();
+  TakeEnd(*control);
 }
 
-PageAnswers Session::Ask() const {
+void Session::TakeEnd(RunControl& control) {
+  const std::optional<Stop> reason = control.Reason();
+  if (reason == Stop::ReadFailed || reason == Stop::HostFailed) throw Failure(Describe(*reason));
+  if (reason && !stop) {
+    stop = reason;
+    untold.push_back(Describe(*reason));
+  }
+  const std::optional<ORXPassEnd> met = control.LimitMet();
+  if (met && !limitMet) {
+    limitMet = met;
+    untold.push_back(Describe(*met));
+  }
+}
+
+Status Session::TellShortfalls() {
+  for (const std::string& text : untold) Tell(Name(), text);
+  untold.clear();
+  return stop || limitMet ? Status::LimitReached : Status::Done;
+}
+
+PageAnswers Session::Ask() {
   return Ask([](const PageAnswers&) { return std::vector<std::uint32_t>(); });
 }
 
-PageAnswers Session::Ask(ChoosePages choose) const {
+PageAnswers Session::Ask(ChoosePages choose) {
   struct Desk {
     const Plugin& plugin;
     std::shared_ptr<const Document> document;
@@ -88,34 +114,33 @@ PageAnswers Session::Ask(ChoosePages choose) const {
         desk->isAnswered = true;
       },
       [&progress] { progress.Show(); });
+  TakeEnd(*control);
   return desk->isAnswered ? std::move(desk->answers) : PageAnswers{};
 }
 
-std::optional<Stop> Session::DrawUnguarded(PageSelection selection,
-                                           std::shared_ptr<RunControl> control,
-                                           std::shared_ptr<PrintGenerator> generator) const {
+void Session::DrawUnguarded(PageSelection selection, std::shared_ptr<RunControl> control,
+                            std::shared_ptr<PrintGenerator> generator) {
   RunControl& running = *control;
-  return Interpret(std::move(control), [selection, generator = std::move(generator),
-                                        &running](ORXPrintInterpreter& interpreter) {
+  Interpret(std::move(control), [selection, generator = std::move(generator),
+                                 &running](ORXPrintInterpreter& interpreter) {
     interpreter.SetAllPages(selection.allPages);
     interpreter.SetCurrentPage(selection.page);
     if (interpreter.Generate(generator.get()) == 0) running.StopNow(Stop::GaveUp);
   });
 }
 
-Session::Counts Session::Count() const {
+std::optional<ORXListValORXUnicodeString> Session::Count() {
   struct Counting {
     ORXListValORXUnicodeString lines;
     std::atomic<bool> isOver = false;  // nothing is changed any more
   };
   const auto counting = std::make_shared<Counting>();
-  Counts counts;
-  counts.stop = Interpret(NewControl(), [counting](ORXPrintInterpreter& interpreter) {
+  Interpret(NewControl(), [counting](ORXPrintInterpreter& interpreter) {
     interpreter.CollectStatistics(counting->lines);
     counting->isOver = true;
   });
-  if (counting->isOver) counts.lines = std::move(counting->lines);
-  return counts;
+  if (!counting->isOver) return std::nullopt;
+  return std::move(counting->lines);
 }
 
 Units Units::FromEnvironment() {

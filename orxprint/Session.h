@@ -1,10 +1,12 @@
 // A document, the plug-in that interprets it and the limits on both, as one thing: it can be asked,
-// drawn and counted. One clock runs for all that is done for the document, from the moment that the
-// session is opened.
+// drawn and counted. A time limit that was given is one clock for all that is done for the
+// document, from the moment that the session is opened; the usual one runs for the interpreter
+// only, from the end of reading what can be read only once, and stands while a run waits for a
+// reader.
 //
 // Each of them is a run on a thread of its own in which an interpreter is built, used and deleted.
-// They return why they were stopped early, if they were, and throw Failure when there could be no
-// run or the document could not be read as it was; Stopped when nothing of the run can be used.
+// The session keeps what ended them early. They throw Failure when there could be no run or the
+// document could not be read as it was; Stopped when nothing of the run can be used.
 #pragma once
 
 #include <functional>
@@ -13,9 +15,11 @@
 #include <string>
 #include <vector>
 
+#include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "orxprint/CommandLine.h"
 #include "orxprint/Document.h"
+#include "orxprint/Failure.h"
 #include "orxprint/GuardedGenerator.h"
 #include "orxprint/PageAnswers.h"
 #include "orxprint/Plugin.h"
@@ -40,26 +44,27 @@ public:
 
   [[nodiscard]] const Document& Source() const { return *document; }
   [[nodiscard]] const std::string& Name() const { return document->Name(); }
-  [[nodiscard]] std::optional<double> TimeLimit() const { return timeLimit; }
-  [[nodiscard]] const Deadline& End() const { return deadline; }
+  // The limit that was given, if one was, and the end of the time that it leaves.
+  [[nodiscard]] std::optional<double> GivenLimit() const { return givenLimit; }
+  [[nodiscard]] const Deadline& GivenEnd() const { return givenEnd; }
   // Some time more, for what is to be done with the work that a limit stopped.
   void Extend(double seconds);
 
   // The control of a run that is to be started, under the session's limits.
   [[nodiscard]] std::shared_ptr<RunControl> NewControl() const {
-    return std::make_shared<RunControl>(deadline);
+    return std::make_shared<RunControl>(workEnd);
   }
 
   // Answers about the document and the pages that `choose` names when it knows the former; there
   // may be fewer pages when a limit stopped the asking.
   using ChoosePages = std::function<std::vector<std::uint32_t>(const PageAnswers& answers)>;
-  [[nodiscard]] PageAnswers Ask(ChoosePages choose) const;
-  [[nodiscard]] PageAnswers Ask() const;
+  [[nodiscard]] PageAnswers Ask(ChoosePages choose);
+  [[nodiscard]] PageAnswers Ask();
 
   // Draws on a generator that nobody else touches until this returns.
   template <typename Generator>
-  std::optional<Stop> Draw(PageSelection selection, std::shared_ptr<RunControl> control,
-                           std::shared_ptr<Generator> generator) const {
+  void Draw(PageSelection selection, std::shared_ptr<RunControl> control,
+            std::shared_ptr<Generator> generator) {
     struct Guarded {
       Guarded(RunControl& running, std::shared_ptr<Generator> inner)
           : generator(std::move(inner)), guard(running, *generator) {}
@@ -67,28 +72,35 @@ public:
       GuardedGenerator<Generator> guard;
     };
     const auto guarded = std::make_shared<Guarded>(*control, std::move(generator));
-    return DrawUnguarded(selection, std::move(control),
-                         std::shared_ptr<PrintGenerator>(guarded, &guarded->guard));
+    DrawUnguarded(selection, std::move(control),
+                  std::shared_ptr<PrintGenerator>(guarded, &guarded->guard));
   }
   // The same without a guard between: for a generator that throws nothing and keeps nothing.
-  std::optional<Stop> DrawUnguarded(PageSelection selection, std::shared_ptr<RunControl> control,
-                                    std::shared_ptr<PrintGenerator> generator) const;
+  void DrawUnguarded(PageSelection selection, std::shared_ptr<RunControl> control,
+                     std::shared_ptr<PrintGenerator> generator);
 
   // The lines of the interpreter's counts; none when the run was left behind.
-  struct Counts {
-    std::optional<Stop> stop;
-    std::optional<ORXListValORXUnicodeString> lines;
-  };
-  [[nodiscard]] Counts Count() const;
+  [[nodiscard]] std::optional<ORXListValORXUnicodeString> Count();
+
+  // Why a run was stopped, and the limit of the interpreter that one met: the first of each.
+  [[nodiscard]] const std::optional<Stop>& Stopping() const { return stop; }
+  [[nodiscard]] const std::optional<ORXPassEnd>& LimitMet() const { return limitMet; }
+  // Tells the person what of that was not told yet. Returns the status that all of it comes to.
+  Status TellShortfalls();
 
 private:
   using Work = std::function<void(ORXPrintInterpreter&)>;
-  std::optional<Stop> Interpret(std::shared_ptr<RunControl> control, Work work) const;
+  void Interpret(std::shared_ptr<RunControl> control, Work work);
+  void TakeEnd(RunControl& control);
 
   const Plugin& plugin;
-  std::optional<double> timeLimit;
-  Deadline deadline;
+  std::optional<double> givenLimit;
+  Deadline givenEnd;
+  Deadline workEnd;  // of the runs
   std::shared_ptr<const Document> document;
+  std::optional<Stop> stop;
+  std::optional<ORXPassEnd> limitMet;
+  std::vector<std::string> untold;
 };
 
 // The unit of everything that interpreters answer and draw, as the environment sets it now.

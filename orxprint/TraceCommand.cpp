@@ -18,38 +18,44 @@ using orxdrawing::TraceGenerator;
 class TraceSink {
 public:
   TraceSink(RunControl& runControl, const Deadline& deadline)
-      : control(runControl), output(deadline) {}
+      : control(runControl), readersCount(deadline.has_value()), output(deadline) {}
 
   void operator()(std::string_view text) {
-    if (output.Write(text)) return;
+    bool isTaken = false;
+    const auto write = [&] { isTaken = output.Write(text); };
+    if (readersCount) {
+      write();
+    } else {
+      control.WaitUncounted(write);
+    }
+    if (isTaken) return;
     control.StopNow(output.Error() == ETIMEDOUT ? Stop::TimeLimit : Stop::OutputFailed);
   }
   void RequireSuccess() const { output.RequireSuccess(); }
 
 private:
   RunControl& control;
+  bool readersCount;  // as time of the run
   StandardOutput output;
 };
 
-std::optional<Stop> TraceDocument(const Session& session, const TraceOptions& options) {
+void TraceDocument(Session& session, const TraceOptions& options) {
   const auto control = session.NewControl();
-  const auto sink = std::make_shared<TraceSink>(*control, session.End());
+  const auto sink = std::make_shared<TraceSink>(*control, session.GivenEnd());
   const auto generator = std::make_shared<TraceGenerator>(
       options.samples ? TraceGenerator::Samples::Written : TraceGenerator::Samples::Summary,
       [control, sink](std::string_view text) { (*sink)(text); });
   control->onReport = [&lines = *generator](const ORXUnicodeString& line) { lines.Report(line); };
   const PageSelection selection =
       options.page ? PageSelection::Only(*options.page) : PageSelection::All();
-  std::optional<Stop> stop;
   try {
-    stop = session.Draw(selection, control, generator);
+    session.Draw(selection, control, generator);
   } catch (const Failure&) {
     generator->Flush();
     throw;
   }
   generator->Flush();
   sink->RequireSuccess();
-  return stop;
 }
 
 // A page that no page comment begins is no error, but hardly what was meant.
@@ -64,10 +70,10 @@ void WarnOfMissingPage(const Session& session, std::uint32_t page) {
 
 Status Trace(const Plugin& plugin, const CommonOptions& common, const TraceOptions& options) {
   const auto work = [&] {
-    const Session session(plugin, common, options.file);
+    Session session(plugin, common, options.file);
     if (options.page) WarnOfMissingPage(session, *options.page);
-    if (const std::optional<Stop> stop = TraceDocument(session, options)) throw Stopped{*stop};
-    return Status::Done;
+    TraceDocument(session, options);
+    return session.TellShortfalls();
   };
   return Attempt(options.file, work).status;
 }

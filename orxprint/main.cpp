@@ -43,7 +43,8 @@ Status Work(const Request& request) {
   CatchEndingSignals();
   ConnectFrameworkReport(request.common.memoryLimit);
   try {
-    return RunCommand(Plugin(request.common.plugin, DeadlineIn(request.common.timeLimit)), request);
+    return RunCommand(Plugin(request.common.plugin, DeadlineIn(request.common.timeLimit.seconds)),
+                      request);
   } catch (const NoPlugin& problem) {
     Tell("the plug-in could not be loaded; tried:");
     for (const std::string& line : LinesOf(problem.what())) {

@@ -1,8 +1,11 @@
-// Modules that break the contract of plug-ins, each in its own way, chosen when they are compiled.
+// Modules that break the contract of plug-ins or do not get far, each in its own way, chosen when
+// they are compiled.
 #include <chrono>
+#include <cstdlib>
 #include <stdexcept>
 #include <thread>
 
+#include "host/ORXInterpreterWatcher.h"
 #include "host/ORXOMModule.h"
 #include "host/ORXPrintInterpreter.h"
 #include "host/PrintGenerator.h"
@@ -18,35 +21,47 @@ extern "C" __attribute__((visibility("default"))) int fctIsORXOMModule() { retur
 
 namespace {
 
-#  if defined(ORX_RUN_HANGS)
-// Draws a line, then never comes back and asks nobody.
-class Hanging final : public ORXPrintInterpreter {
+#  if defined(ORX_RUN_HANGS) || defined(ORX_RUN_TELLS_ITS_END)
+// Draws a line, then never comes back and asks nobody; or tells the watcher that it ended as the
+// variable ORX_PASS_RESULT says.
+class Short final : public ORXPrintInterpreter, public ORXWatchable {
 public:
-  Hanging() : ORXPrintInterpreter("hanging") {}
+  Short() : ORXPrintInterpreter("short") {}
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }
   int GetPageLabel(ORXUnicodeString& /*label*/) override { return 0; }
-  int CollectStatistics(ORXListValORXUnicodeString& /*lines*/) override { return Hang(); }
+  int CollectStatistics(ORXListValORXUnicodeString& /*lines*/) override { return End(); }
   int Generate(PrintGenerator* generator) override {
     generator->SetLineWidth(1);
     generator->MoveTo(0, 0);
     generator->LineTo(10, 20);
-    return Hang();
+    return End();
   }
 
 private:
-  static int Hang() {
+#    if defined(ORX_RUN_HANGS)
+  static int End() {
     std::this_thread::sleep_for(std::chrono::hours(1));
     return 1;
   }
+#    else
+  int End() {
+    const auto result = static_cast<ORXPassResult>(std::atoi(std::getenv("ORX_PASS_RESULT")));
+    watcher->PassEnded({result, "stackoverflow", 1234});
+    return result != ORXPassResult::HostThrew;
+  }
+#    endif
+
+  ORXInterpreterWatcher* watcher = nullptr;
 };
 #  endif
 
 void* Make(void* /*argument*/) {
 #  if defined(ORX_FACTORY_THROWS)
   throw std::runtime_error("\x1b[31mno parts left");
-#  elif defined(ORX_RUN_HANGS)
-  return static_cast<ORXPrintInterpreter*>(new Hanging);
+#  elif defined(ORX_RUN_HANGS) || defined(ORX_RUN_TELLS_ITS_END)
+  return static_cast<ORXPrintInterpreter*>(new Short);
 #  endif
   return nullptr;
 }

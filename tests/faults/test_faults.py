@@ -6,6 +6,7 @@ systems need root - is skipped.
 
 import base64
 import errno
+import json
 import os
 import pathlib
 import pty
@@ -63,14 +64,18 @@ class Faults(unittest.TestCase):
     def files(self):
         return sorted(path.name for path in self.folder.iterdir())
 
-    def start(self, *arguments, faults="", environment=None, **options):
-        extra = {"LD_PRELOAD": str(FAULTS / "orxprint_failing_calls.so"), "ORX_FAULTS": faults}
+    def start(self, *arguments, faults="", clock_speed=1, environment=None, **options):
+        extra = {
+            "LD_PRELOAD": str(FAULTS / "orxprint_failing_calls.so"),
+            "ORX_FAULTS": faults,
+            "ORX_CLOCK_SPEED": str(clock_speed),
+        }
         for stream in ("stdin", "stdout", "stderr"):
             options.setdefault(stream, subprocess.PIPE)
         options.setdefault("cwd", self.folder)
         return subprocess.Popen(
             [ORXPRINT, *arguments],
-            env={**os.environ, **(extra if faults else {}), **(environment or {})},
+            env={**os.environ, **(extra if faults or clock_speed != 1 else {}), **(environment or {})},
             **options,
         )
 
@@ -310,6 +315,23 @@ class Interruption(Faults):
             self.assertEqual(process.returncode, -number)
             self.assertEqual(self.files(), ["a.eps", "slow.eps"])
 
+    def test_nobody_else_may_read_what_is_being_painted(self):
+        whole = "0 0 moveto 100 0 lineto 100 100 lineto 0 100 lineto closepath fill\n"
+        self.write("slow.eps", pages(1, whole * 20_000))
+        for faults in ("", self.NAMED):
+            process = self.start("render", "slow.eps", *SLOWLY, faults=faults, umask=0)
+            time.sleep(0.7)
+            opened = pathlib.Path(f"/proc/{process.pid}/fd")
+            outputs = [
+                entry.stat()
+                for entry in opened.iterdir()
+                if os.readlink(entry).startswith(str(self.folder)) and "slow.eps" not in os.readlink(entry)
+            ]
+            process.terminate()
+            process.communicate(timeout=20)
+            self.assertGreater(len(outputs), 0)
+            self.assertEqual({stat.S_IMODE(output.st_mode) for output in outputs}, {0o600})
+
     def test_files_without_names_outlive_nothing(self):
         self.write("slow.eps", SLOW_TO_PAINT)
         process = self.start("render", "slow.eps", *SLOWLY)
@@ -377,6 +399,41 @@ class Waiting(Faults):
         time.sleep(0.5)
         self.assertEqual(process.communicate(timeout=20)[0], whole)
 
+    def test_interpreting_stops_after_300_seconds(self):
+        self.write("endless.eps", ENDLESS)
+        self.write("mine.eps", pages(2).replace(SQUARE, ENDLESS + SQUARE, 1))
+        told = "orxprint: {}: stopped by the time limit\n"
+        for name, arguments in [
+            ("endless.eps", ["info"]),
+            ("mine.eps", ["render", "-f", "none", "--pages", "1-"]),
+        ]:
+            begin = time.monotonic()
+            self.expect(4, *arguments, name, clock_speed=100)
+            self.assertGreater(time.monotonic() - begin, 2.9)
+            self.assertEqual(self.told, told.format(name))
+        for limit in ("none", "5000"):
+            process = self.start("info", "endless.eps", "--time-limit", limit, clock_speed=200)
+            with self.assertRaises(subprocess.TimeoutExpired):
+                process.wait(timeout=4)
+            process.kill()
+            process.communicate()
+
+    def test_waiting_for_others_counts_only_under_a_limit_that_was_given(self):
+        self.write("large.eps", LARGE)
+        whole = self.expect(0, "trace", "large.eps")
+        for limit, status in (([], 0), (["--time-limit", "none"], 0), (["--time-limit", "300"], 4)):
+            process = self.start("trace", "large.eps", *limit, clock_speed=200)
+            time.sleep(3)
+            traced = process.communicate(timeout=20)[0]
+            self.assertEqual((process.returncode, traced == whole), (status, status == 0))
+            writer = self.start("render", "-", *limit, clock_speed=200)
+            time.sleep(3)
+            try:
+                writer.communicate(SMALL.encode(), timeout=20)
+            except BrokenPipeError:
+                pass
+            self.assertEqual(writer.returncode, status)
+
     def test_one_clock_runs_for_all_pages(self):
         self.write("many.eps", pages(5000))
         limit = ["--time-limit", "1"]
@@ -401,6 +458,22 @@ class Waiting(Faults):
         process.communicate(timeout=20)
         self.assertIn(b"slow.eps: painting, 1 s", os.read(terminal, 1 << 16))
         os.close(terminal)
+
+
+class Memory(Faults):
+    def test_out_of_memory_is_4_whatever_the_output_is(self):
+        self.write("long.eps", HEADER + "10 10 moveto 90 90 lineto stroke\n" * 400_000)
+        self.write("wide.eps", SMALL.replace("100 100", "14000 14000"))
+        for name, arguments, room in [
+            ("wide.eps", ["-f", "png", "-r", "72"], 600),
+            ("wide.eps", ["-f", "png", "-r", "72", "-o", "-"], 600),
+            ("long.eps", ["-f", "svg"], 180),
+            ("long.eps", ["-f", "pdf"], 180),
+            ("long.eps", ["-f", "pdf", "-o", "-"], 180),
+        ]:
+            with self.subTest(name=name, arguments=arguments):
+                limit = lambda: resource.setrlimit(resource.RLIMIT_AS, (room << 20, room << 20))
+                self.expect(4, "render", name, *arguments, preexec_fn=limit, message="out of memory")
 
 
 class Failing(Faults):
@@ -446,6 +519,33 @@ class Failing(Faults):
         self.expect(4, "render", *hanging, "-f", "svg", message=message)
         self.assertIn(b"<path", self.read("a.svg"))
         self.assertIn(b"Pages: not stated", self.expect(4, "info", *hanging, message=message))
+
+    def test_how_a_pass_ended_is_told_once(self):
+        self.write("two.eps", pages(2))
+        module = ["two.eps", "--plugin", str(FAULTS / "RUN_TELLS_ITS_END.so")]
+        for result, status, told in [
+            (0, 0, ""),
+            (2, 4, "stopped: memory runs low"),
+            (3, 4, "a limit of the interpreter was met (stackoverflow) at byte 1234: what ran there is missing"),
+            (4, 1, "cannot be read to its end"),
+            (5, 4, "stopped: out of memory"),
+            (6, 1, "stopped: the drawing device failed"),
+        ]:
+            told = told and f"orxprint: two.eps: {told}\n"
+            environment = {"ORX_PASS_RESULT": str(result)}
+            for command in (["trace"], ["info", "--json"], ["render", "--pages", "1,1"], ["render", "-f", "none"]):
+                with self.subTest(result=result, command=command):
+                    self.write("two.svg", "old")
+                    said = self.expect(status, *command, *module, environment=environment)
+                    self.assertEqual(self.told, told)
+                    if command[0] == "trace":
+                        self.assertEqual(said.count(b"LineTo"), 1)
+                    if command[0] == "info":
+                        (described,) = json.loads(said)
+                        met = {"error": "stackoverflow", "byte": 1234}
+                        self.assertEqual(described.get("limitMet"), met if result == 3 else None)
+                    if command[:2] == ["render", "--pages"]:
+                        self.assertEqual(self.read("two.svg") == b"old", status == 1)
 
     def test_answers_that_are_not_taken_are_told_once(self):
         names = [self.write(f"{i}.eps", SMALL) for i in range(3)]

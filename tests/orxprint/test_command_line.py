@@ -477,6 +477,16 @@ class Limits(CommandLine):
         printed = self.expect(4, "info", "long.eps", "--json", "--time-limit", "1")
         self.assertGreater(json.loads(printed)[0]["statistics"]["lines"], 0)
 
+    def test_a_limit_of_the_interpreter_is_told_and_what_was_drawn_is_written(self):
+        half = SQUARE.replace("70", "45")
+        self.write("over.eps", HEADER + BOX + half + "1 " * 2_000_000)
+        message = "over.eps: a limit of the interpreter was met (stackoverflow) at byte 20"
+        self.expect(4, "render", "over.eps", "-f", "png", message=message)
+        self.assertEqual(set(png_rows(self.read("over.png"))[-1]), {0})
+        self.assertIn(b"FillArea", self.expect(4, "trace", "over.eps", message=message))
+        (described,) = json.loads(self.expect(4, "info", "over.eps", "--json", message=message))
+        self.assertEqual(described["limitMet"]["error"], "stackoverflow")
+
     def test_a_document_that_fills_memory_is_stopped(self):
         self.write("full.eps", HEADER + BOX + SQUARE + "1 2 3 4 5 6 7 8\n" * 1_500_000)
         limit = ["--memory-limit", "32M"]
