@@ -26,11 +26,10 @@ public:
 
   // The virtual operations stand in the order of the class's table.
   virtual ~ORXPrintInterpreter();
-  // The size in output units: with the all-pages flag at 1 of the largest page, at 0 of the
-  // selected page, or of the document where that page has no size of its own. The results may start
-  // with values of the caller's, of which the former keeps the larger ones; a result that the
-  // document says nothing about keeps its value, and so do both under any other flag. Returns 1
-  // when neither result is then 0.
+  // The size in output units. With the all-pages flag at 1 the largest of what the results start
+  // with and the boxes up to the document's own; at 0 the selected page's box, or the document's
+  // where that page has none. A result that the document says nothing about keeps its value, and so
+  // do both under any other flag. Returns 1 when neither is 0 then.
   virtual int GetPageSize(float* width, float* height) = 0;
   virtual int GetPageCount(unsigned* count) = 0;
   // The base class knows no bounds: writes nothing, returns 0.
