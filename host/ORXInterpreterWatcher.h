@@ -36,11 +36,15 @@ struct ORXPassEnd {
 // may be called, and nothing may be thrown.
 class ORXInterpreterWatcher {
 public:
-  // Asked every few thousand steps of a run, from within operations whose work grows with their
-  // data, and before the input is read. False ends the pass or query as the end of the input would,
-  // after the operator that runs; it is not asked again then.
+  // Asked every few thousand steps of a run and whenever more of the input is fetched. A single
+  // operator may work for as long as its data takes, up to the interpreter's ceilings, without
+  // asking. False ends the pass or query as the end of the input would, after the operator that
+  // runs; it is not asked again before the next one.
   virtual bool MayGoOn() noexcept = 0;
-  // Told once at the end of each pass and query, before the call that started it returns.
+  // Told at the end of each reading of the document, before the call that started it returns: once
+  // for a pass and for a query, twice for GetPageSize, which asks for the page count first. Not
+  // told where there was no reading: without an input, or when memory ran out before the program
+  // began.
   virtual void PassEnded(const ORXPassEnd& end) noexcept = 0;
 
 protected:

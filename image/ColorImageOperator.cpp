@@ -201,9 +201,9 @@ ColorSamples ReadColorImageSamples(Machine& machine, InputReader& input, const S
 }
 
 // Turns the image around its vertical axis. False when memory or the budget runs out.
-bool MirrorLeftToRight(ORXPixelImage& image, MemoryBudget& budget) {
+bool MirrorLeftToRight(ORXPixelImage& image, std::size_t bytes, MemoryBudget& budget) {
   MemoryShare copy(budget);
-  if (!copy.Resize(image.ByteCount())) return false;
+  if (!copy.Resize(bytes)) return false;
   image.InvertLineProgression();
   ORXPixelImage* turned = image.CreateRotatedImage(180);
   if (!turned) return false;
@@ -212,8 +212,9 @@ bool MirrorLeftToRight(ORXPixelImage& image, MemoryBudget& budget) {
   return true;
 }
 
-// Draws the image upright: a negative direction of the matrix moves its origin and mirrors it.
-void DrawUpright(Machine& machine, Canvas& canvas, const SampleLayout& layout,
+// Draws the image, of so many bytes, upright: a negative direction of the matrix moves its origin
+// and mirrors it.
+void DrawUpright(Machine& machine, Canvas& canvas, const SampleLayout& layout, std::size_t bytes,
                  ORXPixelImage& image) {
   const ORXMath3x3Matrix& ctm = canvas.Current().ctm;
   const double a = ctm.GetFirstColumn().x;
@@ -221,7 +222,7 @@ void DrawUpright(Machine& machine, Canvas& canvas, const SampleLayout& layout,
   ImagePlacement placement = PlaceImage(canvas, layout.width, layout.height);
   if (a < 0.0) {
     placement.x = static_cast<float>(static_cast<double>(placement.x) + a);
-    if (!MirrorLeftToRight(image, machine.heap.Budget())) {
+    if (!MirrorLeftToRight(image, bytes, machine.heap.Budget())) {
       RaiseError(machine, "VMerror");
       return;
     }
@@ -251,7 +252,7 @@ ResultCode ColorImage(Machine& machine, Canvas& canvas, FilterSet& filters) {
   if (!samples.bytes.IsEmpty() && operands.bitsPerComponent == 8 && canvas.HasGenerator()) {
     ORXPixelImage image(layout.width, layout.height, *FormatOf(layout.components),
                         samples.bytes.Data(), ORXDeallocatePixels::KeepWithCaller);
-    DrawUpright(machine, canvas, layout, image);
+    DrawUpright(machine, canvas, layout, samples.bytes.Length(), image);
   }
   machine.operandStack.Drop(1);
   return ResultCode::Ran;
