@@ -76,7 +76,7 @@ TEST(Passes, WithoutInputOrGeneratorDoNothing) {
   Interpretation document("1");
   EXPECT_EQ(document.Get().Generate(nullptr), 0);
   EXPECT_EQ(document.Stack(), "");
-  orxdrawing::TraceGenerator tracer(orxprint::TraceGenerator::Samples::Summary,
+  orxdrawing::TraceGenerator tracer(orxdrawing::TraceGenerator::Samples::Summary,
                                     [](std::string_view) {});
   orxeps::ORXPrintEPSInterpreter interpreter(nullptr);
   EXPECT_EQ(interpreter.Generate(&tracer), 0);
