@@ -23,4 +23,14 @@ inline DecodedBuffer MakeDecodedBuffer(std::size_t size) noexcept {
   return DecodedBuffer(static_cast<unsigned char*>(std::malloc(size != 0 ? size : 1)));
 }
 
+// Makes a buffer larger or smaller and keeps what fits; false, and nothing changed, when memory
+// runs out. A buffer of no bytes is not null.
+inline bool Resize(DecodedBuffer& buffer, std::size_t size) noexcept {
+  void* resized = std::realloc(buffer.get(), size != 0 ? size : 1);
+  if (!resized) return false;
+  static_cast<void>(buffer.release());
+  buffer.reset(static_cast<unsigned char*>(resized));
+  return true;
+}
+
 }  // namespace orxframework

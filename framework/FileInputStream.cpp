@@ -6,6 +6,10 @@
 
 #include "framework/InputStreams.h"
 
+#if !defined(_WIN32)
+#  include <unistd.h>
+#endif
+
 namespace orxframework {
 
 namespace {
@@ -20,6 +24,9 @@ int SeekTo(std::FILE* file, std::int64_t offset, int origin) {
   return _fseeki64(file, offset, origin);
 }
 std::int64_t Tell(std::FILE* file) { return _ftelli64(file); }
+std::size_t ReadAt(std::FILE* file, std::int64_t offset, char* buffer, std::size_t wanted) {
+  return SeekTo(file, offset, SEEK_SET) == 0 ? std::fread(buffer, 1, wanted, file) : 0;
+}
 #else
 std::FILE* OpenForReading(const std::filesystem::path& path) {
   return std::fopen(path.c_str(), "rbe");
@@ -28,6 +35,17 @@ int SeekTo(std::FILE* file, std::int64_t offset, int origin) {
   return fseeko(file, offset, origin);
 }
 std::int64_t Tell(std::FILE* file) { return ftello(file); }
+// Leaves the place in the file alone, which a forked child shares.
+std::size_t ReadAt(std::FILE* file, std::int64_t offset, char* buffer, std::size_t wanted) {
+  std::size_t done = 0;
+  while (done < wanted) {
+    const ssize_t count = pread(fileno(file), buffer + done, wanted - done,
+                                static_cast<off_t>(offset) + static_cast<off_t>(done));
+    if (count == 0 || (count < 0 && errno != EINTR)) break;
+    if (count > 0) done += static_cast<std::size_t>(count);
+  }
+  return done;
+}
 #endif
 
 }  // namespace
@@ -63,8 +81,7 @@ WindowedInputStream::Window FileInputStream::Load(std::uint64_t position) {
   const std::size_t wanted =
       static_cast<std::size_t>(std::min<std::uint64_t>(kBufferBytes, Size() - position));
   const auto offset = static_cast<std::int64_t>(section.offset + position);
-  if (SeekTo(file.get(), offset, SEEK_SET) != 0) return {};
-  const std::size_t count = std::fread(buffer.get(), 1, wanted, file.get());
+  const std::size_t count = ReadAt(file.get(), offset, buffer.get(), wanted);
   if (count == 0) return {};
   return {buffer.get(), buffer.get() + count, position};
 }

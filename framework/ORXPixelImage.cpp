@@ -6,23 +6,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace {
 
 // The largest layout, four bytes for each of 2^31-1 times 2^31-1 pixels, stays below 2^64, so that
 // sizes need no further checks.
 static_assert(sizeof(std::size_t) >= 8 && sizeof(int) == 4);
-
-constexpr std::size_t BytesPerPixel(ORXPixelImageFormat format) noexcept {
-  switch (format) {
-    case ORXPixelImageFormat::Rgb24:
-      return 3;
-    case ORXPixelImageFormat::Cmyk32:
-      return 4;
-    default:
-      return 1;
-  }
-}
 
 constexpr auto kMirroredBytes = [] {
   std::array<unsigned char, 256> mirrored{};
@@ -35,8 +25,8 @@ constexpr auto kMirroredBytes = [] {
 }();
 
 // Writes the pixels of a row from the last to the first.
-void MirrorPixels(const unsigned char* from, unsigned char* to, std::size_t rowBytes,
-                  std::size_t pixelBytes) noexcept {
+template <std::size_t pixelBytes>
+void MirrorPixels(const unsigned char* from, unsigned char* to, std::size_t rowBytes) noexcept {
   for (std::size_t i = rowBytes; i != 0; i -= pixelBytes, to += pixelBytes) {
     std::memcpy(to, from + i - pixelBytes, pixelBytes);
   }
@@ -50,6 +40,20 @@ void MirrorBits(const unsigned char* from, unsigned char* to, std::size_t rowByt
     const unsigned here = kMirroredBytes[from[rowBytes - 1 - i]];
     const unsigned next = i + 1 < rowBytes ? kMirroredBytes[from[rowBytes - 2 - i]] : 0U;
     to[i] = static_cast<unsigned char>((here << 8 | next) << padding >> 8);
+  }
+}
+
+void MirrorRow(const unsigned char* from, unsigned char* to, std::size_t rowBytes, int width,
+               ORXPixelImageFormat format) noexcept {
+  switch (format) {
+    case ORXPixelImageFormat::Bilevel1:
+      return MirrorBits(from, to, rowBytes, (8U - width % 8U) % 8U);
+    case ORXPixelImageFormat::Rgb24:
+      return MirrorPixels<3>(from, to, rowBytes);
+    case ORXPixelImageFormat::Cmyk32:
+      return MirrorPixels<4>(from, to, rowBytes);
+    default:
+      return MirrorPixels<1>(from, to, rowBytes);
   }
 }
 
@@ -119,7 +123,7 @@ bool ORXPixelImage::LinesRunUpwards() const noexcept { return linesRunUpwards; }
 
 ORXPixelImage* ORXPixelImage::CreateRotatedImage(int degrees) const noexcept {
   if (degrees != 180) return nullptr;
-  ORXPixelImage* turned = CreateCopy(width, height, format, pixels);
+  ORXPixelImage* turned = CreateUnset(width, height, format);
   if (!turned) return nullptr;
   turned->xPixelSize = xPixelSize;
   turned->yPixelSize = yPixelSize;
@@ -127,20 +131,21 @@ ORXPixelImage* ORXPixelImage::CreateRotatedImage(int degrees) const noexcept {
   const std::size_t total = ByteCount();
   for (std::size_t offset = 0; offset < total; offset += rowBytes) {
     const unsigned char* from = pixels + total - rowBytes - offset;
-    if (format == ORXPixelImageFormat::Bilevel1) {
-      MirrorBits(from, turned->pixels + offset, rowBytes, (8U - width % 8U) % 8U);
-    } else {
-      MirrorPixels(from, turned->pixels + offset, rowBytes, BytesPerPixel(format));
-    }
+    MirrorRow(from, turned->pixels + offset, rowBytes, width, format);
   }
   return turned;
 }
 
 int ORXPixelImage::PrepareData() noexcept { return 1; }
 
-unsigned char* ORXPixelImage::ExtractData(int /*first*/, int /*second*/) const noexcept {
+unsigned char* ORXPixelImage::ExtractData(int /*first*/, int /*second*/) noexcept {
   const std::size_t size = ByteCount();
   if (size == 0) return nullptr;
+  if (ownPixels.use_count() == 1) {
+    height = 0;
+    pixels = nullptr;
+    return std::exchange(ownPixels->bytes, nullptr);
+  }
   auto* copy = static_cast<unsigned char*>(std::malloc(size));
   if (copy) std::memcpy(copy, pixels, size);
   return copy;
@@ -155,26 +160,25 @@ std::size_t ORXPixelImage::ByteCount() const noexcept {
   return height > 0 ? RowBytes(width, format) * static_cast<std::size_t>(height) : 0;
 }
 
-std::size_t ORXPixelImage::RowBytes(int width, ORXPixelImageFormat format) noexcept {
-  if (width <= 0) return 0;
-  const auto pixelCount = static_cast<std::size_t>(width);
-  if (format == ORXPixelImageFormat::Bilevel1) return (pixelCount + 7) / 8;
-  return pixelCount * BytesPerPixel(format);
-}
-
 ORXPixelImage* ORXPixelImage::CreateCopy(int width, int height, ORXPixelImageFormat format,
                                          const unsigned char* pixels) noexcept {
-  auto* copy = new (std::nothrow)
-      ORXPixelImage(width, height, format, nullptr, ORXDeallocatePixels::KeepWithCaller);
-  if (!copy) return nullptr;
-  const std::size_t size = copy->ByteCount();
-  try {
-    copy->ownPixels.reset(new unsigned char[size]);
-  } catch (const std::bad_alloc&) {
-    copy->Release();
-    return nullptr;
-  }
-  copy->pixels = copy->ownPixels.get();
-  if (size != 0) std::memcpy(copy->pixels, pixels, size);
+  ORXPixelImage* copy = CreateUnset(width, height, format);
+  if (copy && copy->ByteCount() != 0) std::memcpy(copy->pixels, pixels, copy->ByteCount());
   return copy;
 }
+
+ORXPixelImage* ORXPixelImage::CreateUnset(int width, int height,
+                                          ORXPixelImageFormat format) noexcept try {
+  auto image = std::make_unique<ORXPixelImage>(width, height, format, nullptr,
+                                               ORXDeallocatePixels::KeepWithCaller);
+  image->ownPixels = std::make_shared<OwnPixels>();
+  const std::size_t size = image->ByteCount();
+  image->ownPixels->bytes = static_cast<unsigned char*>(std::malloc(size != 0 ? size : 1));
+  if (!image->ownPixels->bytes) return nullptr;
+  image->pixels = image->ownPixels->bytes;
+  return image.release();
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+ORXPixelImage::OwnPixels::~OwnPixels() { std::free(bytes); }

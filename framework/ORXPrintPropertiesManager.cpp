@@ -6,12 +6,16 @@
 #include <utility>
 
 #include "framework/MemoryMeter.h"
+#include "framework/NeverDestroyed.h"
 #include "framework/PropertiesControl.h"
 
 using orxframework::MemoryMeter;
 using orxframework::PropertiesControl;
 
 namespace {
+
+// Apart from the other settings because it is asked for with nearly every token.
+constinit std::atomic<bool> hasGauge = false;
 
 struct Settings {
   std::atomic<OnErrorAction> onErrorAction = OnErrorAction::GoOn;
@@ -20,21 +24,24 @@ struct Settings {
 };
 
 Settings& TheSettings() noexcept {
-  static Settings settings;
-  return settings;
+  static orxframework::NeverDestroyed<Settings> settings;
+  return *settings;
 }
 
 }  // namespace
 
 OnErrorAction ORXPrintPropertiesManager::GetOnErrorAction() noexcept {
+  // A pass begins, and whatever was measured for another one need not hold for it.
+  MemoryMeter::Process().ExpectChange();
   return TheSettings().onErrorAction.load(std::memory_order_relaxed);
 }
 
 int ORXPrintPropertiesManager::IsLowMemory(float threshold) noexcept {
-  const orxframework::MemoryGauge& gauge = TheSettings().gauge;
-  if (!gauge) return MemoryMeter::Process().IsAbove(threshold) ? 1 : 0;
+  if (!hasGauge.load(std::memory_order_relaxed)) {
+    return MemoryMeter::Process().IsAbove(threshold) ? 1 : 0;
+  }
   try {
-    return gauge(threshold);
+    return TheSettings().gauge(threshold);
   } catch (...) {
     return 0;
   }
@@ -62,7 +69,9 @@ void PropertiesControl::SetMemoryLimit(std::uint64_t bytes) noexcept {
 }
 
 void PropertiesControl::SetMemoryGauge(MemoryGauge gauge) noexcept {
+  const bool isSet = static_cast<bool>(gauge);
   TheSettings().gauge = std::move(gauge);
+  hasGauge.store(isSet, std::memory_order_relaxed);
 }
 
 void PropertiesControl::SetReportSink(ReportSink sink) noexcept {

@@ -9,10 +9,15 @@
 // The order matters: the second needs the first.
 #  include <windows.h>
 
+#  include <malloc.h>
 #  include <psapi.h>
-#elif defined(__linux__)
-#  include <fcntl.h>
+#else
 #  include <unistd.h>
+#endif
+
+#if defined(__linux__)
+#  include <fcntl.h>
+#  include <malloc.h>
 
 #  include <charconv>
 #  include <exception>
@@ -42,31 +47,21 @@ std::uint64_t AvailableMemory() noexcept {
 
 namespace {
 
-// The file of page counts stays open for the life of the process.
-class StatmFile {
-public:
-  StatmFile() noexcept : descriptor(open("/proc/self/statm", O_RDONLY | O_CLOEXEC)) {}
-  StatmFile(const StatmFile&) = delete;
-  StatmFile& operator=(const StatmFile&) = delete;
-  ~StatmFile() {
-    if (descriptor >= 0) close(descriptor);
-  }
-
-  // The second of its numbers: resident pages.
-  [[nodiscard]] std::uint64_t ResidentPages() const noexcept {
-    char text[128];
-    const ssize_t length = descriptor < 0 ? -1 : pread(descriptor, text, sizeof text, 0);
-    if (length <= 0) return 0;
-    const char* end = text + length;
-    const char* number = std::find<const char*>(text, end, ' ');
-    std::uint64_t pages = 0;
-    if (number != end) std::from_chars(number + 1, end, pages);
-    return pages;
-  }
-
-private:
-  int descriptor;
-};
+// The second of the numbers in the file of page counts: resident pages. The file is opened anew
+// each time, because an open one tells of the process that opened it, and children inherit it.
+std::uint64_t ResidentPages() noexcept {
+  const int descriptor = open("/proc/self/statm", O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return 0;
+  char text[128];
+  const ssize_t length = read(descriptor, text, sizeof text);
+  close(descriptor);
+  if (length <= 0) return 0;
+  const char* end = text + length;
+  const char* number = std::find<const char*>(text, end, ' ');
+  std::uint64_t pages = 0;
+  if (number != end) std::from_chars(number + 1, end, pages);
+  return pages;
+}
 
 std::uint64_t PageBytes() noexcept {
   const long bytes = sysconf(_SC_PAGESIZE);
@@ -125,9 +120,8 @@ std::uint64_t ContainerLimit() {
 }  // namespace
 
 std::uint64_t ResidentMemory() noexcept {
-  static const StatmFile statm;
   static const std::uint64_t pageBytes = PageBytes();
-  return statm.ResidentPages() * pageBytes;
+  return ResidentPages() * pageBytes;
 }
 
 std::uint64_t AvailableMemory() noexcept {
@@ -147,6 +141,22 @@ std::uint64_t AvailableMemory() noexcept {
 
 std::uint64_t ResidentMemory() noexcept { return 0; }
 std::uint64_t AvailableMemory() noexcept { return 0; }
+
+#endif
+
+#if defined(_WIN32)
+
+void ReleaseFreeMemory() noexcept { _heapmin(); }
+std::int64_t ProcessNumber() noexcept { return GetCurrentProcessId(); }
+
+#else
+
+void ReleaseFreeMemory() noexcept {
+#  if defined(__GLIBC__)
+  malloc_trim(0);
+#  endif
+}
+std::int64_t ProcessNumber() noexcept { return getpid(); }
 
 #endif
 

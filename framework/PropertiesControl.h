@@ -18,7 +18,9 @@ namespace orxframework {
 // Answers IsLowMemory: nonzero when more than `threshold` (0 to 1) of the memory is in use.
 using MemoryGauge = std::function<int(float threshold)>;
 
-// Receives each line of the print report.
+// Receives each line of the print report, on the thread of the interpreter that adds it. The text
+// belongs to that thread: its count of holders is not atomic, so that even a copy of it must not
+// outlive the call. A sink that keeps a line or hands it to another thread copies its bytes.
 using ReportSink = std::function<void(PrintInfoType type, const ORXUnicodeString& text)>;
 
 class ORX_FRAMEWORK_API PropertiesControl {
@@ -26,7 +28,8 @@ public:
   // What a pass does when memory runs low; GoOn by default.
   static void SetOnErrorAction(OnErrorAction action) noexcept;
   // How many bytes of memory this process may use; 0, the default, stands for what the machine or
-  // the container that it runs in has. Measured is the resident memory, about every millisecond.
+  // the container that it runs in has. Measured is the resident memory, about every millisecond and
+  // whenever the answer would be that memory is low.
   static void SetMemoryLimit(std::uint64_t bytes) noexcept;
   // Puts `gauge` in place of the measurement; an empty one brings the measurement back.
   static void SetMemoryGauge(MemoryGauge gauge) noexcept;

@@ -1,57 +1,107 @@
-// Run-length decoding: one pass adds up the runs, which gives the exact size of the result, the
-// second writes them.
+// Run-length decoding in one pass, into a buffer that grows as it fills and is cut to size at the
+// end.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
-#include <optional>
 #include <span>
 
 #include "framework/DecodedBuffer.h"
 #include "host/ORXRasterDecoders.h"
 
 using orxframework::DecodedBuffer;
+using orxframework::kMaxDecodedBytes;
 
 namespace {
 
-constexpr unsigned char kEndOfData = 128;
+constexpr unsigned kEndOfData = 128;
 
-// One run: its bytes as they stand in the data, and how many bytes it gives.
-struct Run {
-  std::span<const unsigned char> bytes;
-  std::size_t decodedBytes = 0;
-};
-
-// Takes the run at the front; one of no bytes is the end. Nothing if it is cut short.
-std::optional<Run> TakeRun(std::span<const unsigned char>& data) noexcept {
-  if (data.empty() || data.front() == kEndOfData) return Run{};
-  const unsigned code = data.front();
-  const std::size_t stored = code < kEndOfData ? code + 1 : 1;
-  if (data.size() - 1 < stored) return std::nullopt;
-  const Run run{data.subspan(1, stored), code < kEndOfData ? stored : 257 - code};
-  data = data.subspan(1 + stored);
-  return run;
+// A code up to 127 copies what follows it, and one from 129 repeats it.
+constexpr std::size_t StoredBytes(unsigned code) noexcept {
+  return code < kEndOfData ? code + 1 : 1;
+}
+constexpr std::size_t RunLength(unsigned code) noexcept {
+  return code < kEndOfData ? code + 1 : 257 - code;
 }
 
-// The bytes of all runs; nothing if one is cut short.
-std::optional<std::size_t> DecodedBytes(std::span<const unsigned char> data) noexcept {
-  std::size_t total = 0;
-  while (true) {
-    const auto run = TakeRun(data);
-    if (!run) return std::nullopt;
-    if (run->decodedBytes == 0) return total;
-    total += run->decodedBytes;
+// The most that one run gives, in whole strides.
+constexpr std::size_t kLongestRun = 128;
+// Most runs are short. Where there is room for more than the run, this much is written at once and
+// what is too much is written over by the next run.
+constexpr std::size_t kStride = 32;
+static_assert(kLongestRun % kStride == 0);
+
+// Writes kStride bytes of a run of either kind. Which kind the next run is cannot be foreseen, so
+// nothing here branches on it.
+void WriteStride(const unsigned char* from, bool repeats, unsigned char* to) noexcept {
+  const std::uint64_t repeated = *from * 0x0101010101010101U;
+  for (std::size_t done = 0; done < kStride; done += sizeof repeated) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, from + done, sizeof word);
+    if (repeats) word = repeated;
+    std::memcpy(to + done, &word, sizeof word);
   }
 }
 
-// REQUIRES: no run is cut short, and `to` has room for all.
-void Decode(std::span<const unsigned char> data, unsigned char* to) noexcept {
-  for (Run run = *TakeRun(data); run.decodedBytes != 0; run = *TakeRun(data)) {
-    if (run.bytes.size() == run.decodedBytes) {
-      std::memcpy(to, run.bytes.data(), run.decodedBytes);
-    } else {
-      std::memset(to, run.bytes.front(), run.decodedBytes);
+void CopyInStrides(const unsigned char* from, unsigned char* to, std::size_t length) noexcept {
+  for (std::size_t done = 0; done < length; done += kStride) {
+    std::memcpy(to + done, from + done, kStride);
+  }
+}
+
+class RunLengthReader {
+public:
+  explicit RunLengthReader(std::span<const unsigned char> data) noexcept
+      : from(data.data()), end(from + data.size()) {}
+
+  // False if the last run is cut short, the result is too long or memory runs out.
+  bool Decode() noexcept {
+    while (from != end && *from != kEndOfData) {
+      const std::size_t stored = StoredBytes(*from);
+      if (static_cast<std::size_t>(end - from) <= stored) return false;
+      if (capacity - size < kLongestRun && !Grow()) return false;
+      const unsigned code = *from++;
+      Write(code);
+      from += stored;
+      size += RunLength(code);
     }
-    to += run.decodedBytes;
+    return size <= kMaxDecodedBytes && orxframework::Resize(bytes, size);
   }
-}
+
+  [[nodiscard]] std::size_t Size() const noexcept { return size; }
+  unsigned char* Release() noexcept { return bytes.release(); }
+
+private:
+  void Write(unsigned code) noexcept {
+    const std::size_t length = RunLength(code);
+    const bool repeats = code > kEndOfData;
+    unsigned char* to = bytes.get() + size;
+    const auto left = static_cast<std::size_t>(end - from);
+    if (length <= kStride && left >= kStride) {
+      WriteStride(from, repeats, to);
+    } else if (repeats) {
+      std::memset(to, *from, length);
+    } else if (left >= kLongestRun) {
+      CopyInStrides(from, to, length);
+    } else {
+      std::memcpy(to, from, length);
+    }
+  }
+
+  // Makes room for a run of any length. A buffer may grow beyond what is handed out by as much.
+  bool Grow() noexcept {
+    if (size > kMaxDecodedBytes) return false;
+    const auto left = static_cast<std::size_t>(end - from);
+    capacity = std::min(std::max(2 * capacity, 2 * left), kMaxDecodedBytes) + kLongestRun;
+    return orxframework::Resize(bytes, capacity);
+  }
+
+  const unsigned char* from;
+  const unsigned char* end;
+  DecodedBuffer bytes;
+  std::size_t capacity = 0;
+  std::size_t size = 0;
+};
 
 }  // namespace
 
@@ -59,13 +109,9 @@ int RunLengthDecode(const unsigned char* in, unsigned int length, unsigned char*
                     unsigned int& outLength, int /*reserved*/) noexcept {
   out = nullptr;
   outLength = 0;
-  const std::span data(in, length);
-  const auto size = DecodedBytes(data);
-  if (!size) return -1;
-  DecodedBuffer decoded = orxframework::MakeDecodedBuffer(*size);
-  if (!decoded) return -1;
-  Decode(data, decoded.get());
-  out = decoded.release();
-  outLength = static_cast<unsigned>(*size);
+  RunLengthReader reader(std::span(in, length));
+  if (!reader.Decode()) return -1;
+  outLength = static_cast<unsigned>(reader.Size());
+  out = reader.Release();
   return 0;
 }

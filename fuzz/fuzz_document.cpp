@@ -4,9 +4,9 @@
 //   the second: the selected page
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <memory>
 
+#include "framework/Environment.h"
 #include "fuzz/FuzzHost.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
 
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   orxfuzz::InputBytes bytes({data, size});
   const unsigned mode = bytes.Byte();
   const unsigned page = bytes.Byte() & 7U;
-  setenv("ORXPrintOpenPSToMM", mode & kPoints ? "0" : "1", 1);
+  orxframework::SetEnvironment("ORXPrintOpenPSToMM", mode & kPoints ? "0" : "1");
 
   orxfuzz::FuzzHost host(bytes.Text());
   auto interpreter = std::make_unique<orxeps::ORXPrintEPSInterpreter>(&host.input);

@@ -53,9 +53,10 @@ public:
 
   // Makes the pixels ready to be taken; called once before ExtractData.
   int PrepareData() noexcept;
-  // A copy of all samples in a buffer from std::malloc that the caller frees, or null. The
+  // All samples in a buffer from std::malloc that the caller frees, or null. An image that is alone
+  // in owning its samples gives them away and has no rows from then on; any other copies them. The
   // arguments are (0, 1).
-  [[nodiscard]] unsigned char* ExtractData(int first, int second) const noexcept;
+  [[nodiscard]] unsigned char* ExtractData(int first, int second) noexcept;
 
   [[nodiscard]] int Width() const noexcept;
   [[nodiscard]] int Height() const noexcept;
@@ -63,18 +64,46 @@ public:
   [[nodiscard]] const unsigned char* Pixels() const noexcept;
   // Bytes in all rows together; 0 when the image has no positive size.
   [[nodiscard]] std::size_t ByteCount() const noexcept;
-  [[nodiscard]] static std::size_t RowBytes(int width, ORXPixelImageFormat format) noexcept;
+  // The layout is a matter of arithmetic, so nobody has to import it.
+  [[nodiscard]] static constexpr std::size_t RowBytes(int width,
+                                                      ORXPixelImageFormat format) noexcept {
+    if (width <= 0) return 0;
+    const auto pixelCount = static_cast<std::size_t>(width);
+    switch (format) {
+      case ORXPixelImageFormat::Rgb24:
+        return pixelCount * 3;
+      case ORXPixelImageFormat::Cmyk32:
+        return pixelCount * 4;
+      case ORXPixelImageFormat::Bilevel1:
+        return (pixelCount + 7) / 8;
+      default:
+        return pixelCount;
+    }
+  }
 
   // A new counted image with samples of its own copied from `pixels`; null when memory runs out.
   [[nodiscard]] static ORXPixelImage* CreateCopy(int width, int height, ORXPixelImageFormat format,
                                                  const unsigned char* pixels) noexcept;
 
 private:
+  // From std::malloc, so that they can be given away.
+  struct OwnPixels {
+    OwnPixels() noexcept = default;
+    OwnPixels(const OwnPixels&) = delete;
+    OwnPixels& operator=(const OwnPixels&) = delete;
+    ~OwnPixels();
+
+    unsigned char* bytes = nullptr;
+  };
+
+  // A new counted image with samples of its own that are yet to be written, or null.
+  static ORXPixelImage* CreateUnset(int width, int height, ORXPixelImageFormat format) noexcept;
+
   int width;
   int height;
   ORXPixelImageFormat format;
   unsigned char* pixels;
-  std::shared_ptr<unsigned char[]> ownPixels;  // empty for an image over a caller's buffer
+  std::shared_ptr<OwnPixels> ownPixels;  // empty for an image over a caller's buffer
   float xPixelSize = 1.0F;
   float yPixelSize = 1.0F;
   bool linesRunUpwards = false;

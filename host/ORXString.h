@@ -17,7 +17,7 @@
 #include <string_view>
 #include <utility>
 
-#include "host/ORXSystem.h"
+#include "host/ORXTextHash.h"
 
 using ORXChar = char;
 

@@ -98,6 +98,7 @@ const Rule kRules[] = {
     {"PositionsAreKeptWithinTheData", "abc", "s-1 p s9 p e1 p e-9 p e-1 p j9 p ?", "0 3 3 0 2 3 0"},
     {"TheEndIsNotReadable", "abc", "e0 ? p r s0 ? r", "0 3 - 1 a"},
     {"ReadTakesWhatIsThereAndFails", "abc", "R2 R2 m ?", "ok:ab !:c 0 0"},
+    {"AReadThatFailedCanBeTakenBack", "abc", "r R5 m c j1 m p ? R2 m", "a !:bc 0 1 1 1 ok:bc 1"},
     {"ReadOfTheRestSucceeds", "abc", "R3 m ? R1 m", "ok:abc 1 0 !: 0"},
     {"ReadOfNothingSucceedsAtTheEnd", "", "R0 m", "ok: 1"},
     {"ReadOfLessThanNothingFails", "ab", "R-1 r", "!: a"},

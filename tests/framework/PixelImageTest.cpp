@@ -116,4 +116,33 @@ TEST(PixelImage, OwnedSamplesAreSharedUntilOneImageChangesThem) {
   EXPECT_EQ(other, (Samples{9}));
 }
 
+struct Free {
+  void operator()(unsigned char* bytes) const { std::free(bytes); }
+};
+using Buffer = std::unique_ptr<unsigned char[], Free>;
+
+TEST(PixelImage, SamplesAreGivenAwayByTheirOnlyOwnerAndCopiedFromAnyOther) {
+  const Samples samples = {1, 2, 3};
+  const CountedImage made(ORXPixelImage::CreateCopy(1, 3, Format::Grey8, samples.data()));
+  Buffer copy;
+  {
+    ORXPixelImage sharing = *made;
+    copy.reset(sharing.ExtractData(0, 1));
+    EXPECT_NE(copy.get(), made->Pixels());
+    EXPECT_EQ(SamplesOf(sharing), samples);
+  }
+  Samples callers = samples;
+  ORXPixelImage borrowing(1, 3, Format::Grey8, callers.data(), kBorrowed);
+  const Buffer borrowed(borrowing.ExtractData(0, 1));
+  EXPECT_NE(borrowed.get(), callers.data());
+  const unsigned char* pixels = made->Pixels();
+  const Buffer taken(made->ExtractData(0, 1));
+  EXPECT_EQ(taken.get(), pixels);
+  for (const unsigned char* each : {copy.get(), borrowed.get(), taken.get()}) {
+    EXPECT_EQ(Samples(each, each + 3), samples);
+  }
+  EXPECT_EQ(made->ByteCount(), 0U);
+  EXPECT_EQ(made->ExtractData(0, 1), nullptr);
+}
+
 }  // namespace

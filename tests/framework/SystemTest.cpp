@@ -10,6 +10,7 @@
 
 #include "framework/PropertiesControl.h"
 #include "host/ORXOMModule.h"
+#include "host/ORXTextHash.h"
 
 namespace orxframework {
 namespace {
@@ -32,6 +33,32 @@ TEST(Modules, ConstructingOneRegistersItsClasses) {
   EXPECT_EQ(ORXFillDictionary::Find("TestClas"), nullptr);
   ORXFillDictionary::Register("TestClass", MakeSecond);
   EXPECT_EQ(ORXFillDictionary::Find("TestClass"), &MakeSecond);
+}
+
+// Two copies of one library, loaded and unloaded in either order.
+TEST(Modules, GoingTakesTheirOwnRegistrationsBack) {
+  constexpr ORXOMRegistrationFunction kFirstTable[] = {[] {
+    ORXFillDictionary::Register("TestCopies", MakeFirst);
+    return static_cast<ORXOMModule*>(nullptr);
+  }};
+  constexpr ORXOMRegistrationFunction kSecondTable[] = {[] {
+    ORXFillDictionary::Register("TestCopies", MakeSecond);
+    return static_cast<ORXOMModule*>(nullptr);
+  }};
+  const ORXOMModuleInfo firstInfo{std::begin(kFirstTable), std::end(kFirstTable)};
+  const ORXOMModuleInfo secondInfo{std::begin(kSecondTable), std::end(kSecondTable)};
+  const auto find = [] { return ORXFillDictionary::Find("TestCopies"); };
+
+  auto first = std::make_unique<ORXOMModule>(firstInfo);
+  auto second = std::make_unique<ORXOMModule>(secondInfo);
+  EXPECT_EQ(find(), &MakeSecond);
+  second.reset();
+  EXPECT_EQ(find(), &MakeFirst);
+  second = std::make_unique<ORXOMModule>(secondInfo);
+  first.reset();
+  EXPECT_EQ(find(), &MakeSecond);
+  second.reset();
+  EXPECT_EQ(find(), nullptr);
 }
 
 // All texts that a scanner may meet in quantity: numbered names, and long ones of which little

@@ -120,6 +120,18 @@ TEST(RunLengthDecode, DecodesWhatIsWellFormedAndRefusesTheRest) {
   }
 }
 
+// Far more comes out than goes in, and more than any first guess.
+TEST(RunLengthDecode, ResultsGrowToAnyLength) {
+  std::string runs;
+  std::string bytes;
+  for (int i = 0; i < 3'000; ++i) {
+    const auto byte = static_cast<char>(i % 251);
+    runs.append(1, '\x81').append(1, byte);
+    bytes.append(128, byte);
+  }
+  EXPECT_EQ(Decode(RunLengthDecode, runs), bytes);
+}
+
 std::string EncodeRunLength(const std::string& bytes) {
   std::string data;
   for (std::size_t i = 0; i < bytes.size();) {

@@ -1,29 +1,17 @@
-// Sets the environment variable that chooses the unit of coordinates, for as long as it lives.
+// Sets the variable that chooses the unit of coordinates, for as long as it lives.
 #pragma once
 
-#include <cstdlib>
+#include "framework/Environment.h"
 
 namespace orxtests {
 
 class ScopedUnits {
 public:
   // The variable's value. Interpreters look at it when they are made and when they stroke.
-  explicit ScopedUnits(const char* value) noexcept {
-#if defined(_WIN32)
-    _putenv_s(kName, value);
-#else
-    setenv(kName, value, 1);
-#endif
-  }
+  explicit ScopedUnits(const char* value) noexcept { orxframework::SetEnvironment(kName, value); }
   ScopedUnits(const ScopedUnits&) = delete;
   ScopedUnits& operator=(const ScopedUnits&) = delete;
-  ~ScopedUnits() {
-#if defined(_WIN32)
-    _putenv_s(kName, "");
-#else
-    unsetenv(kName);
-#endif
-  }
+  ~ScopedUnits() { orxframework::SetEnvironment(kName, nullptr); }
 
 private:
   static constexpr const char* kName = "ORXPrintOpenPSToMM";
