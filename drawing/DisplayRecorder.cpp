@@ -90,6 +90,10 @@ int DisplayRecorder::FillArea(int contourCount, int* pointCounts, float* points)
 int DisplayRecorder::DrawImage(float x, float y, int /*flags*/, ORXPixelImage* image) {
   EndStroke();
   if (image->ByteCount() == 0) return 0;
+  if (budget.hasRoomFor && !budget.hasRoomFor(image->ByteCount())) {
+    if (onFull) onFull();
+    return 0;
+  }
   float rowHeight = image->GetYPixelSize();
   if (image->LinesRunUpwards()) {
     // Rows that run upwards fill the same box from its other end.

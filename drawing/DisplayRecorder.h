@@ -19,12 +19,14 @@ public:
     std::size_t bytes = SIZE_MAX;
     std::size_t bytesPerShape = 0;
     std::size_t bytesPerPoint = 0;
+    // Whether an image's samples may be kept; asked before they are. Without it they may.
+    std::function<bool(std::size_t bytes)> hasRoomFor;
   };
 
   DisplayRecorder() = default;
-  // Calls `full` with every shape that is kept beyond the budget.
+  // Calls `full` with every shape that is kept beyond the budget, and for every image that is not.
   DisplayRecorder(Budget listBudget, std::function<void()> full)
-      : budget(listBudget), onFull(std::move(full)) {}
+      : budget(std::move(listBudget)), onFull(std::move(full)) {}
 
   [[nodiscard]] const DisplayList& List() const { return list; }
 

@@ -55,10 +55,35 @@ struct FloatPoint {
   float y;
 };
 
-// Maps a point through a matrix: computed in double precision, each result rounded to single.
-[[nodiscard]] FloatPoint TransformPoint(const ORXMath3x3Matrix& matrix, FloatPoint point) noexcept;
-// The same without the translation.
-[[nodiscard]] FloatPoint TransformDisplacement(const ORXMath3x3Matrix& matrix,
-                                               FloatPoint displacement) noexcept;
+// What maps points: the six numbers of a matrix.
+struct PointMap {
+  double a, b, c, d, tx, ty;
+
+  explicit PointMap(const ORXMath3x3Matrix& matrix) noexcept
+      : a(matrix.GetFirstColumn().x),
+        b(matrix.GetSecondColumn().x),
+        c(matrix.GetFirstColumn().y),
+        d(matrix.GetSecondColumn().y),
+        tx(matrix.GetFirstColumn().z),
+        ty(matrix.GetSecondColumn().z) {}
+
+  // Each product and sum in double precision, from left to right; each result rounded to single.
+  [[nodiscard]] FloatPoint Point(double x, double y) const noexcept {
+    return {static_cast<float>(a * x + c * y + tx), static_cast<float>(b * x + d * y + ty)};
+  }
+  // The same without the translation.
+  [[nodiscard]] FloatPoint Displacement(double dx, double dy) const noexcept {
+    return {static_cast<float>(a * dx + c * dy), static_cast<float>(b * dx + d * dy)};
+  }
+};
+
+[[nodiscard]] inline FloatPoint TransformPoint(const ORXMath3x3Matrix& matrix,
+                                               FloatPoint point) noexcept {
+  return PointMap(matrix).Point(point.x, point.y);
+}
+[[nodiscard]] inline FloatPoint TransformDisplacement(const ORXMath3x3Matrix& matrix,
+                                                      FloatPoint displacement) noexcept {
+  return PointMap(matrix).Displacement(displacement.x, displacement.y);
+}
 
 }  // namespace orxeps

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "graphics/GraphicsState.h"
@@ -38,6 +39,13 @@ public:
     current.currentX = x;
     current.currentY = y;
   }
+  // Adds lines to points, at least one; the last becomes the current point.
+  void AppendLines(std::span<const float> xs, std::span<const float> ys) {
+    buffer.AppendLines(xs, ys);
+    current.path.count += xs.size();
+    current.currentX = xs.back();
+    current.currentY = ys.back();
+  }
   // Empties the path; the current point and the subpath's start stay as they are.
   void ClearPath() noexcept;
 
@@ -45,6 +53,12 @@ public:
   // A point of the path. REQUIRES: 1 <= position <= PathCount().
   [[nodiscard]] const PathPoint& PathAt(std::size_t position) const noexcept {
     return buffer.At(current.path.begin + position - 1);
+  }
+
+  // Calls visit(std::span<const PathPoint>) for the points of the path, piece by piece.
+  template <typename Visitor>
+  void VisitPath(Visitor visit) const {
+    buffer.VisitPieces(current.path, visit);
   }
 
 private:

@@ -16,7 +16,8 @@
 class ORXHashDico {
 public:
   // The size is a hint of how many entries will come; nothing is allocated before the first.
-  explicit ORXHashDico(unsigned /*size*/ = 10) noexcept {}
+  constexpr ORXHashDico() noexcept = default;
+  explicit ORXHashDico(unsigned /*size*/) noexcept {}
   ORXHashDico(const ORXHashDico& other)
       : table(other.Count() ? std::make_unique<Table>(*other.table) : nullptr) {}
   ORXHashDico(ORXHashDico&&) noexcept = default;
@@ -30,10 +31,8 @@ public:
   [[nodiscard]] std::int32_t Count() const noexcept {
     return table ? static_cast<std::int32_t>(table->count) : 0;
   }
-  // The memory that the table takes, texts not counted.
-  [[nodiscard]] std::size_t ByteCount() const noexcept {
-    return table ? sizeof(Table) + table->capacity * sizeof(Slot) : 0;
-  }
+  // The entries that the table has room for; 0 while it has none.
+  [[nodiscard]] std::size_t Capacity() const noexcept { return table ? table->capacity : 0; }
   // The value under exactly this text, or null.
   [[nodiscard]] void* Locate(const ORXUnicodeString& key) const noexcept {
     return Locate(key.Bytes());

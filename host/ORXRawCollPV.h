@@ -5,6 +5,7 @@
 // time on average; inserting at the front moves everything behind it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -27,7 +28,10 @@ public:
     return *this;
   }
   ORXRawCollPV& operator=(ORXRawCollPV&& other) noexcept {
-    std::swap(block, other.block);
+    if (this != &other) {
+      RemoveAll();
+      block = std::exchange(other.block, nullptr);
+    }
     return *this;
   }
 
@@ -45,10 +49,12 @@ public:
     return block ? std::span<void* const>(block->Items(), block->count) : std::span<void* const>();
   }
 
-  // Makes room for `count` more pointers; appending them then cannot fail.
+  // Makes room for `count` more pointers, and then some where the list has grown before; appending
+  // them cannot fail.
   void Reserve(std::size_t count) {
     const std::size_t needed = static_cast<std::size_t>(Count()) + count;
-    if (!block || needed > block->capacity) Grow(needed);
+    if (!block) return Grow(needed);
+    if (needed > block->capacity) Grow(std::max(needed, std::size_t{block->capacity} * 2));
   }
   void Append(void* pointer) {
     if (!block || block->count == block->capacity) {

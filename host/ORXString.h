@@ -40,7 +40,9 @@ public:
     return *this;
   }
   ORXString& operator=(ORXString&& other) noexcept {
-    std::swap(shared, other.shared);
+    SharedText* const taken = std::exchange(other.shared, nullptr);
+    Drop();
+    shared = taken;
     return *this;
   }
 

@@ -48,15 +48,23 @@ public:
     return {memory.get(), count};
   }
 
+  // Makes the buffer longer with bytes of any value. False, and the buffer as it was, when memory
+  // runs out. REQUIRES: length >= Length(), length > 0.
+  [[nodiscard]] bool Extend(std::size_t length) noexcept {
+    auto* larger = static_cast<unsigned char*>(std::realloc(memory.get(), length));
+    if (!larger) return false;
+    static_cast<void>(memory.release());
+    memory.reset(larger);
+    count = length;
+    return true;
+  }
   // Cuts the buffer, or makes it longer with zero bytes. False, and the buffer as it was, when
   // memory runs out. REQUIRES: length > 0.
   [[nodiscard]] bool Resize(std::size_t length) noexcept {
-    if (length > count) {
-      auto* larger = static_cast<unsigned char*>(std::realloc(memory.get(), length));
-      if (!larger) return false;
-      static_cast<void>(memory.release());
-      memory.reset(larger);
-      std::memset(larger + count, 0, length - count);
+    const std::size_t before = count;
+    if (length > before) {
+      if (!Extend(length)) return false;
+      std::memset(memory.get() + before, 0, length - before);
     }
     count = length;
     return true;

@@ -7,11 +7,10 @@
 #include <span>
 #include <vector>
 
-#include "image/DecodeFilters.h"
+#include "image/ImageOperators.h"
 #include "image/ImagePlacement.h"
-#include "ps/InputBytes.h"
+#include "ps/InputReader.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
@@ -42,10 +41,11 @@ struct ColorImageOperands {
   int limit = kMaxOperandsTaken;
 };
 
-DecodeFilter* FilterOfElement(ORXPrintEPSInterpreter& interpreter, const PSObject& procedure,
+DecodeFilter* FilterOfElement(FilterSet& filters, const PSObject& procedure,
                               std::int32_t position) {
-  if (procedure.procElements.Count() < position) return nullptr;
-  return FilterForName(interpreter, procedure.procElements.At(position)->nameText);
+  const ObjectList& elements = procedure.Parts().procElements;
+  if (elements.Count() < position) return nullptr;
+  return filters.ForName(elements.At(position)->nameText.View());
 }
 
 void NoteInteger(ColorImageOperands& operands, std::int32_t value) noexcept {
@@ -60,8 +60,7 @@ int OperandLimit(bool severalSources, std::int32_t components) noexcept {
   return components == 3 ? 9 : kMaxOperandsTaken;
 }
 
-void NoteOperand(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& operands,
-                 const PSObject& operand) {
+void NoteOperand(FilterSet& filters, ColorImageOperands& operands, const PSObject& operand) {
   SampleLayout& layout = operands.layout;
   if (operand.Is(PSObjectType::Integer)) {
     NoteInteger(operands, operand.intValue);
@@ -70,20 +69,20 @@ void NoteOperand(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& operan
   } else if (operand.Is(PSObjectType::Procedure) &&
              layout.sourceCount < std::ssize(operands.sources)) {
     operands.sources[static_cast<std::size_t>(layout.sourceCount++)] = {
-        FilterOfElement(interpreter, operand, 2), FilterOfElement(interpreter, operand, 4)};
+        FilterOfElement(filters, operand, 2), FilterOfElement(filters, operand, 4)};
   }
 }
 
 // Takes the operands off the stack but for the last one it looks at, normally the width. False when
 // the stack runs out before.
-bool TakeOperands(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& operands) {
-  const std::int32_t n = interpreter.operandStack.Top()->intValue;
+bool TakeOperands(Machine& machine, FilterSet& filters, ColorImageOperands& operands) {
+  const std::int32_t n = machine.operandStack.Top()->intValue;
   operands.layout.components = n == 1 || n == 3 || n == 4 ? n : 0;
   for (int i = 1; i < operands.limit; ++i) {
-    interpreter.operandStack.Drop(1);
-    const PSObject* operand = interpreter.operandStack.Top();
+    machine.operandStack.Drop(1);
+    const PSObject* operand = machine.operandStack.Top();
     if (!operand) return false;
-    NoteOperand(interpreter, operands, *operand);
+    NoteOperand(filters, operands, *operand);
   }
   return true;
 }
@@ -91,15 +90,15 @@ bool TakeOperands(ORXPrintEPSInterpreter& interpreter, ColorImageOperands& opera
 // Reads the rows of an image and puts their samples in place.
 class RowReader {
 public:
-  RowReader(ORXPrintEPSInterpreter& owner, std::span<const SampleSource> sampleSources)
-      : interpreter(owner), sources(sampleSources) {}
+  RowReader(InputReader& document, std::span<const SampleSource> sampleSources)
+      : input(document), sources(sampleSources) {}
 
   // Reads the next row. False when there is nothing to read it from.
   [[nodiscard]] bool ReadRow() {
     bool canRead = false;
     for (std::size_t k = 0; k < sources.size(); ++k) {
       blocks[k] = {};
-      if (!CanRead(sources[k].reader) || !InputIsReadable(interpreter)) continue;
+      if (!CanRead(sources[k].reader) || !input.IsReadable()) continue;
       canRead = true;
       ReadBlock(sources[k], blocks[k]);
     }
@@ -129,7 +128,7 @@ private:
   // A source without a second filter contributes nothing.
   void ReadBlock(const SampleSource& source, ByteBuffer& block) {
     ByteBuffer encoded;
-    if (source.reader->ReadAndDecode(interpreter.inputStream, encoded) < 0) return;
+    if (source.reader->ReadAndDecode(&input, encoded) < 0) return;
     if (encoded.IsEmpty() || !source.decoder) return;
     ByteBuffer decoded;
     if (source.decoder->Decode(encoded.Bytes(), decoded) < 0) return;
@@ -137,7 +136,7 @@ private:
     block = std::move(decoded);
   }
 
-  ORXPrintEPSInterpreter& interpreter;
+  InputReader& input;
   const std::span<const SampleSource> sources;
   std::array<ByteBuffer, kMaxSources> blocks;
   std::size_t rowLength = 0;  // of the last block that was decoded, in this row or an earlier one
@@ -164,7 +163,7 @@ struct ColorSamples {
 
 // Makes room for the samples. One source may bring any components, several bring one each; three
 // that do not fit their components still count as an image, four do not.
-ColorSamples PrepareSamples(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout) {
+ColorSamples PrepareSamples(Machine& machine, const SampleLayout& layout) {
   ColorSamples samples;
   const bool sourcesFit = layout.sourceCount == 1 || layout.sourceCount == layout.components;
   if (layout.width <= 0 || layout.height <= 0) return samples;
@@ -174,18 +173,18 @@ ColorSamples PrepareSamples(ORXPrintEPSInterpreter& interpreter, const SampleLay
   const auto bytes = LayoutBytes(layout.width, layout.height, *format);
   if (bytes) samples.bytes = ByteBuffer::Zeroed(*bytes);
   samples.handedBack = !samples.bytes.IsEmpty();
-  if (!samples.handedBack) RaiseError(interpreter, bytes ? "VMerror" : "limitcheck");
+  if (!samples.handedBack) RaiseError(machine, bytes ? "VMerror" : "limitcheck");
   return samples;
 }
 
 // Reads all rows from the input, whether or not they make an image.
-ColorSamples ReadColorImageSamples(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout,
+ColorSamples ReadColorImageSamples(Machine& machine, InputReader& input, const SampleLayout& layout,
                                    std::span<const SampleSource> sources) {
   if (layout.sourceCount == 0 || layout.sourceCount == 2) return {};
-  ColorSamples samples = PrepareSamples(interpreter, layout);
+  ColorSamples samples = PrepareSamples(machine, layout);
   const auto step =
       layout.sourceCount == 1 ? std::size_t{1} : static_cast<std::size_t>(layout.components);
-  RowReader reader(interpreter, sources);
+  RowReader reader(input, sources);
   for (std::int32_t row = 0; row < layout.height && reader.ReadRow(); ++row) {
     reader.StoreRow(samples.bytes.Bytes(), static_cast<std::size_t>(row), step);
   }
@@ -203,16 +202,16 @@ bool MirrorLeftToRight(ORXPixelImage& image) {
 }
 
 // Draws the image upright: a negative direction of the matrix moves its origin and mirrors it.
-void DrawUpright(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout,
+void DrawUpright(Machine& machine, Canvas& canvas, const SampleLayout& layout,
                  ORXPixelImage& image) {
-  const ORXMath3x3Matrix& ctm = interpreter.graphics.current.ctm;
+  const ORXMath3x3Matrix& ctm = canvas.Current().ctm;
   const double a = ctm.GetFirstColumn().x;
   const double d = ctm.GetSecondColumn().y;
-  ImagePlacement placement = PlaceImage(interpreter, layout.width, layout.height);
+  ImagePlacement placement = PlaceImage(canvas, layout.width, layout.height);
   if (a < 0.0) {
     placement.x = static_cast<float>(static_cast<double>(placement.x) + a);
     if (!MirrorLeftToRight(image)) {
-      RaiseError(interpreter, "VMerror");
+      RaiseError(machine, "VMerror");
       return;
     }
   }
@@ -222,29 +221,28 @@ void DrawUpright(ORXPrintEPSInterpreter& interpreter, const SampleLayout& layout
   }
   placement.xPixelSize = std::fabs(placement.xPixelSize);
   placement.yPixelSize = std::fabs(placement.yPixelSize);
-  DrawPlaced(interpreter, placement, image);
+  DrawPlaced(canvas, placement, image);
 }
 
 }  // namespace
 
 // width height bits matrix proc1 ... procn bool n colorimage ->; when it fails, the last operand
 // that it looked at stays
-ResultCode ColorImage(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  if (!interpreter.operandStack.Top()->Is(PSObjectType::Integer)) return ResultCode::NoOperand;
+ResultCode ColorImage(Machine& machine, Canvas& canvas, FilterSet& filters) {
+  if (!machine.operandStack.Top()->Is(PSObjectType::Integer)) return ResultCode::NoOperand;
   ColorImageOperands operands;
-  if (!TakeOperands(interpreter, operands)) return ResultCode::NoOperand;
+  if (!TakeOperands(machine, filters, operands)) return ResultCode::NoOperand;
   const SampleLayout& layout = operands.layout;
   const auto sources = std::span<const SampleSource>(operands.sources)
                            .first(static_cast<std::size_t>(layout.sourceCount));
-  ColorSamples samples = ReadColorImageSamples(interpreter, layout, sources);
+  ColorSamples samples = ReadColorImageSamples(machine, filters.document, layout, sources);
   if (!samples.handedBack) return ResultCode::NoOperand;
-  if (!samples.bytes.IsEmpty() && operands.bitsPerComponent == 8 && interpreter.generator) {
+  if (!samples.bytes.IsEmpty() && operands.bitsPerComponent == 8 && canvas.HasGenerator()) {
     ORXPixelImage image(layout.width, layout.height, *FormatOf(layout.components),
                         samples.bytes.Data(), ORXDeallocatePixels::KeepWithCaller);
-    DrawUpright(interpreter, layout, image);
+    DrawUpright(machine, canvas, layout, image);
   }
-  interpreter.operandStack.Drop(1);
+  machine.operandStack.Drop(1);
   return ResultCode::Ran;
 }
 

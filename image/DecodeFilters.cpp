@@ -1,10 +1,11 @@
 #include "image/DecodeFilters.h"
 
+#include <algorithm>
 #include <limits>
+#include <type_traits>
 
 #include "host/ORXRasterDecoders.h"
-#include "host/PrintInputStream.h"
-#include "plugin/ORXPrintEPSInterpreter.h"
+#include "ps/InputReader.h"
 #include "ps/Limits.h"
 
 namespace orxeps {
@@ -35,10 +36,21 @@ bool IsBase85(char byte) noexcept { return byte == 'z' || (byte >= '!' && byte <
 // Collects bytes whose number is not known beforehand, up to the ceiling of an image.
 class Collector {
 public:
-  // False when there is no more room.
-  [[nodiscard]] bool Add(char byte) noexcept {
-    if (used == buffer.Length() && !Grow()) return false;
-    buffer.Data()[used++] = static_cast<unsigned char>(byte);
+  // Adds those bytes of a text that the encoding is written with. False when there is no more room.
+  [[nodiscard]] bool AddBase85(std::string_view text) noexcept {
+    if (buffer.Length() - used < text.size() && !Grow(text.size())) return false;
+    unsigned char* end = buffer.Data() + used;
+    for (const char c : text) {
+      *end = static_cast<unsigned char>(c);
+      end += IsBase85(c) ? 1 : 0;
+    }
+    used = static_cast<std::size_t>(end - buffer.Data());
+    return true;
+  }
+  [[nodiscard]] bool AddEndMarker() noexcept {
+    if (buffer.Length() - used < 2 && !Grow(2)) return false;
+    buffer.Data()[used++] = '~';
+    buffer.Data()[used++] = '>';
     return true;
   }
   [[nodiscard]] ByteBuffer Finish() noexcept {
@@ -47,19 +59,29 @@ public:
   }
 
 private:
-  bool Grow() noexcept {
+  bool Grow(std::size_t more) noexcept {
     constexpr std::size_t kFirstBytes = 4096;
     if (used >= kMaxImageBytes) return false;
-    ByteBuffer larger = ByteBuffer::Unset(used == 0 ? kFirstBytes : used * 2);
-    if (larger.IsEmpty()) return false;
-    if (used > 0) std::memcpy(larger.Data(), buffer.Data(), used);
-    buffer = std::move(larger);
-    return true;
+    return buffer.Extend(std::max({kFirstBytes, used * 2, used + more}));
   }
 
   ByteBuffer buffer;
   std::size_t used = 0;
 };
+
+// Takes the text up to and with a "~", piece by piece. False when the input ends before it; `fits`
+// becomes false when there is no room, and the rest is read all the same.
+bool TakeThroughTilde(InputReader& input, Collector& collector, bool& fits) {
+  char byte = 0;
+  while (input.ReadByte(byte)) {
+    if (byte == '~') return true;
+    const std::string_view ready = input.Ready();
+    const std::string_view piece = ready.substr(0, ready.find('~'));
+    fits = fits && collector.AddBase85({&byte, 1}) && collector.AddBase85(piece);
+    input.Skip(piece.size());
+  }
+  return false;
+}
 
 }  // namespace
 
@@ -72,26 +94,21 @@ FilterStatus ASCII85DecodeFilter::Decode(std::span<const unsigned char> encoded,
   return DecodeByHost(ASCII85Decode, encoded, decoded);
 }
 
-FilterStatus ASCII85DecodeFilter::ReadEncoded(PrintInputStream* input, ByteBuffer& encoded) {
+// Data beyond the ceiling is read all the same: the program goes on behind it.
+FilterStatus ASCII85DecodeFilter::ReadEncoded(InputReader* input, ByteBuffer& encoded) {
   encoded = {};
-  if (!input) return kFilterFailure;
+  if (!input || !input->HasStream()) return kFilterFailure;
   Collector collector;
   bool fits = true;
   char byte = 0;
-  FilterStatus status = input->ReadByte(&byte);
-  while (status >= 0 && byte != '~') {
-    // Data beyond the ceiling is read all the same: the program goes on behind it.
-    if (IsBase85(byte)) fits = fits && collector.Add(byte);
-    status = input->ReadByte(&byte);
-  }
-  if (status >= 0) status = input->ReadByte(&byte);
-  if (status < 0 || byte != '>') return kFilterFailure;
-  if (!fits || !collector.Add('~') || !collector.Add('>')) return kFilterFailure;
+  if (!TakeThroughTilde(*input, collector, fits)) return kFilterFailure;
+  if (!input->ReadByte(byte) || byte != '>') return kFilterFailure;
+  if (!fits || !collector.AddEndMarker()) return kFilterFailure;
   encoded = collector.Finish();
-  return status;
+  return kFilterSuccess;
 }
 
-FilterStatus ASCII85DecodeFilter::ReadAndDecode(PrintInputStream* input, ByteBuffer& decoded) {
+FilterStatus ASCII85DecodeFilter::ReadAndDecode(InputReader* input, ByteBuffer& decoded) {
   decoded = {};
   ByteBuffer encoded;
   if (ReadEncoded(input, encoded) < 0 || encoded.IsEmpty()) return kFilterFailure;
@@ -107,26 +124,25 @@ FilterStatus RunLengthDecodeFilter::Decode(std::span<const unsigned char> encode
   return DecodeByHost(RunLengthDecode, encoded, decoded);
 }
 
-FilterStatus RunLengthDecodeFilter::ReadAndDecode(PrintInputStream* /*input*/,
-                                                  ByteBuffer& decoded) {
+FilterStatus RunLengthDecodeFilter::ReadAndDecode(InputReader* /*input*/, ByteBuffer& decoded) {
   decoded = {};
   return kFilterFailure;
 }
 
-FilterStatus RunLengthDecodeFilter::ReadEncoded(PrintInputStream* /*input*/, ByteBuffer& encoded) {
+FilterStatus RunLengthDecodeFilter::ReadEncoded(InputReader* /*input*/, ByteBuffer& encoded) {
   encoded = {};
   return kFilterFailure;
 }
 
-DecodeFilter* FilterForName(ORXPrintEPSInterpreter& interpreter, const ORXString& name) {
+DecodeFilter* FilterSet::ForName(std::string_view name) {
   const auto makeOnce = [](auto& filter) -> DecodeFilter* {
     using Filter = typename std::remove_reference_t<decltype(filter)>::element_type;
     if (!filter) filter = std::make_unique<Filter>();
     return filter.get();
   };
-  if (name.View() == "ASCII85Decode") return makeOnce(interpreter.ascii85Filter);
-  if (name.View() == "RunLengthDecode") return makeOnce(interpreter.runLengthFilter);
-  if (name.View() == "CCITTFaxDecode") return makeOnce(interpreter.ccittFaxFilter);
+  if (name == "ASCII85Decode") return makeOnce(ascii85Filter);
+  if (name == "RunLengthDecode") return makeOnce(runLengthFilter);
+  if (name == "CCITTFaxDecode") return makeOnce(ccittFaxFilter);
   return nullptr;
 }
 

@@ -9,17 +9,16 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
+#include <string_view>
 
 #include "host/ORXHashDico.h"
-#include "host/ORXString.h"
 #include "image/ByteBuffer.h"
-
-class PrintInputStream;
 
 namespace orxeps {
 
-class ORXPrintEPSInterpreter;
+class InputReader;
 
 using FilterStatus = std::int32_t;
 inline constexpr FilterStatus kFilterSuccess = 0;
@@ -40,9 +39,9 @@ public:
   // Decodes a block; `decoded` is empty after a failure.
   virtual FilterStatus Decode(std::span<const unsigned char> encoded, ByteBuffer& decoded) = 0;
   // Reads a block from the input and decodes it.
-  virtual FilterStatus ReadAndDecode(PrintInputStream* input, ByteBuffer& decoded) = 0;
+  virtual FilterStatus ReadAndDecode(InputReader* input, ByteBuffer& decoded) = 0;
   // Reads a block from the input as it stands there.
-  virtual FilterStatus ReadEncoded(PrintInputStream* input, ByteBuffer& encoded) = 0;
+  virtual FilterStatus ReadEncoded(InputReader* input, ByteBuffer& encoded) = 0;
 
 protected:
   explicit DecodeFilter(FilterKind kind) noexcept : filterKind(kind) {}
@@ -54,11 +53,11 @@ public:
 
   FilterStatus SetParameters(const ORXHashDico& parameters) override;
   FilterStatus Decode(std::span<const unsigned char> encoded, ByteBuffer& decoded) override;
-  FilterStatus ReadAndDecode(PrintInputStream* input, ByteBuffer& decoded) override;
+  FilterStatus ReadAndDecode(InputReader* input, ByteBuffer& decoded) override;
   // The characters of the encoding up to the end marker "~>", without anything between them. The
   // input then stands right behind the marker. Fails when there is none or something lies between
   // its two characters.
-  FilterStatus ReadEncoded(PrintInputStream* input, ByteBuffer& encoded) override;
+  FilterStatus ReadEncoded(InputReader* input, ByteBuffer& encoded) override;
 };
 
 class RunLengthDecodeFilter final : public DecodeFilter {
@@ -67,8 +66,8 @@ public:
 
   FilterStatus SetParameters(const ORXHashDico& parameters) override;
   FilterStatus Decode(std::span<const unsigned char> encoded, ByteBuffer& decoded) override;
-  FilterStatus ReadAndDecode(PrintInputStream* input, ByteBuffer& decoded) override;
-  FilterStatus ReadEncoded(PrintInputStream* input, ByteBuffer& encoded) override;
+  FilterStatus ReadAndDecode(InputReader* input, ByteBuffer& decoded) override;
+  FilterStatus ReadEncoded(InputReader* input, ByteBuffer& encoded) override;
 };
 
 // What a CCITTFaxDecode parameter dictionary can say, with the PostScript language's defaults. Only
@@ -95,12 +94,25 @@ public:
   FilterStatus SetParameters(const ORXHashDico& dictionary) override;
   // One bit per pixel, rows padded to whole bytes, 0 black.
   FilterStatus Decode(std::span<const unsigned char> encoded, ByteBuffer& decoded) override;
-  FilterStatus ReadAndDecode(PrintInputStream* input, ByteBuffer& decoded) override;
-  FilterStatus ReadEncoded(PrintInputStream* input, ByteBuffer& encoded) override;
+  FilterStatus ReadAndDecode(InputReader* input, ByteBuffer& decoded) override;
+  FilterStatus ReadEncoded(InputReader* input, ByteBuffer& encoded) override;
 };
 
-// The interpreter's filter of this name, made if need be; null for any other name. Borrowed.
-[[nodiscard]] DecodeFilter* FilterForName(ORXPrintEPSInterpreter& interpreter,
-                                          const ORXString& name);
+// The filters of one interpreter and the document that they read, which is borrowed.
+class FilterSet {
+public:
+  explicit FilterSet(InputReader& documentReader) noexcept : document(documentReader) {}
+
+  InputReader& document;
+
+  // The filter of this name, made if need be; null for any other name. Borrowed. Throws
+  // std::bad_alloc.
+  [[nodiscard]] DecodeFilter* ForName(std::string_view name);
+
+private:
+  std::unique_ptr<ASCII85DecodeFilter> ascii85Filter;
+  std::unique_ptr<RunLengthDecodeFilter> runLengthFilter;
+  std::unique_ptr<CCITTFaxDecodeFilter> ccittFaxFilter;
+};
 
 }  // namespace orxeps

@@ -90,12 +90,12 @@ FilterStatus CCITTFaxDecodeFilter::Decode(std::span<const unsigned char> encoded
   return decoded.IsEmpty() ? kFilterFailure : kFilterSuccess;
 }
 
-FilterStatus CCITTFaxDecodeFilter::ReadAndDecode(PrintInputStream* /*input*/, ByteBuffer& decoded) {
+FilterStatus CCITTFaxDecodeFilter::ReadAndDecode(InputReader* /*input*/, ByteBuffer& decoded) {
   decoded = {};
   return kFilterFailure;
 }
 
-FilterStatus CCITTFaxDecodeFilter::ReadEncoded(PrintInputStream* /*input*/, ByteBuffer& encoded) {
+FilterStatus CCITTFaxDecodeFilter::ReadEncoded(InputReader* /*input*/, ByteBuffer& encoded) {
   encoded = {};
   return kFilterFailure;
 }

@@ -1,60 +1,64 @@
 // Operators on the document's own file: "currentfile", "filter" and "eexec". A file object has no
 // reading position of its own; everything is read where the input stands.
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
-#include "host/PrintInputStream.h"
-#include "image/DecodeFilters.h"
-#include "ps/InputBytes.h"
+#include "image/ImageOperators.h"
+#include "ps/InputReader.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
 // -> a new file object
-ResultCode CurrentFile(ORXPrintEPSInterpreter& interpreter) {
-  PSRef file = interpreter.heap.Make(PSObjectType::File);
-  file->fileSource = interpreter.inputStream;
-  return PushResult(interpreter, std::move(file));
+ResultCode CurrentFile(Machine& machine, FilterSet& filters) {
+  PSRef file = machine.heap.Make(PSObjectType::File);
+  file->OwnParts().fileSource = &filters.document;
+  return PushResult(machine, std::move(file));
 }
 
 namespace {
 
-bool TopIs(const ORXPrintEPSInterpreter& interpreter, PSObjectType type) noexcept {
-  const PSObject* top = interpreter.operandStack.Top();
+bool TopIs(const Machine& machine, PSObjectType type) noexcept {
+  const PSObject* top = machine.operandStack.Top();
   return top && top->Is(type);
 }
 
 }  // namespace
 
 // file (parameters) name filter -> the same file, the filter attached behind those it has
-ResultCode Filter(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  if (!TopIs(interpreter, PSObjectType::Name)) return ResultCode::Failed;
-  DecodeFilter* filter = FilterForName(interpreter, TakeOperand(interpreter)->nameText);
+ResultCode Filter(Machine& machine, FilterSet& filters) {
+  if (!TopIs(machine, PSObjectType::Name)) return ResultCode::Failed;
+  DecodeFilter* filter = filters.ForName(TakeOperand(machine)->nameText.View());
   if (!filter) return ResultCode::Failed;
-  if (TopIs(interpreter, PSObjectType::Dictionary)) {
-    filter->SetParameters(TakeOperand(interpreter)->dictEntries);
+  if (TopIs(machine, PSObjectType::Dictionary)) {
+    filter->SetParameters(TakeOperand(machine)->Parts().dictEntries);
   }
-  if (!TopIs(interpreter, PSObjectType::File)) return ResultCode::Failed;
-  PSObject& file = *interpreter.operandStack.Top();
-  if (!file.fileSource || file.fileSource->GetState() != 0) return ResultCode::Ran;
-  if (file.fileFilters.Count() >= kMaxFilters) return RaiseError(interpreter, "limitcheck");
-  file.fileFilters.Append(filter);
+  if (!TopIs(machine, PSObjectType::File)) return ResultCode::Failed;
+  PSObject& file = *machine.operandStack.Top();
+  InputReader* source = file.Parts().fileSource;
+  if (!source || !source->HasStream() || source->GetState() != 0) return ResultCode::Ran;
+  if (file.Parts().fileFilters.Count() >= kMaxFilters) return RaiseError(machine, "limitcheck");
+  file.OwnParts().fileFilters.Append(filter);
   return ResultCode::Ran;
 }
 
 namespace {
 
-// Looks for "cleartomark" in a text that is fed to it character by character. The word begins with
-// its only "c", so a mismatch can start over at once.
+// Looks for "cleartomark" in a text that is fed to it piece by piece. The word begins with its only
+// "c", so a mismatch can start over at once.
 class ClearToMarkSearch {
 public:
-  void Feed(char character) noexcept {
-    if (found) return;
-    if (character != kWord[matched]) matched = 0;
-    if (character == kWord[matched]) ++matched;
-    found = matched == kWord.size();
+  void Feed(std::string_view text) noexcept {
+    while (!found && !text.empty()) {
+      if (matched == 0) text.remove_prefix(std::min(text.find(kWord.front()), text.size()));
+      if (text.empty()) return;
+      if (text.front() != kWord[matched]) matched = 0;
+      if (text.front() == kWord[matched]) ++matched;
+      found = matched == kWord.size();
+      text.remove_prefix(1);
+    }
   }
   [[nodiscard]] bool Found() const noexcept { return found; }
 
@@ -67,29 +71,33 @@ private:
 
 // Feeds one line, without its end, to the search. A carriage return, a newline and a zero at the
 // beginning end a line. False when the input gave nothing.
-bool SearchLine(ORXPrintEPSInterpreter& interpreter, ClearToMarkSearch& search) {
+bool SearchLine(InputReader& input, ClearToMarkSearch& search) {
   char byte = 0;
-  if (!ReadInputByte(interpreter, byte)) return false;
+  if (!input.ReadByte(byte)) return false;
   if (byte == '\0') return true;
   while (byte != '\r' && byte != '\n') {
-    search.Feed(byte);
-    if (!ReadInputByte(interpreter, byte)) break;
+    search.Feed({&byte, 1});
+    const std::string_view ready = input.Ready();
+    const std::string_view line = ready.substr(0, ready.find_first_of("\r\n"));
+    search.Feed(line);
+    input.Skip(line.size());
+    if (!input.ReadByte(byte)) break;
   }
   return true;
 }
 
 // Reads to the end of the line in which "cleartomark" is complete, or to the end of the input.
-void ReadThroughClearToMark(ORXPrintEPSInterpreter& interpreter) {
+void ReadThroughClearToMark(InputReader& input) {
   ClearToMarkSearch search;
-  while (!search.Found() && SearchLine(interpreter, search)) {
+  while (!search.Found() && SearchLine(input, search)) {
   }
 }
 
 }  // namespace
 
 // eexec ->; skips the encrypted part of a font program. The file operand stays.
-ResultCode EExec(ORXPrintEPSInterpreter& interpreter) {
-  if (interpreter.inputStream) ReadThroughClearToMark(interpreter);
+ResultCode EExec(FilterSet& filters) {
+  if (filters.document.HasStream()) ReadThroughClearToMark(filters.document);
   return ResultCode::Ran;
 }
 

@@ -2,10 +2,10 @@
 // the samples that follow in the input are decoded.
 
 #include "image/DecodeFilters.h"
+#include "image/ImageOperators.h"
 #include "image/ImagePlacement.h"
 #include "ps/Dictionaries.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
@@ -24,7 +24,7 @@ struct ImageDescription {
     TakeInteger(entries, "Height", height);
     TakeInteger(entries, "BitsPerComponent", bitsPerComponent);
     if (const PSObject* decode = Locate(entries, "Decode", PSObjectType::Array)) {
-      decodeCount = decode->arrayElements.Count();
+      decodeCount = decode->Parts().arrayElements.Count();
     }
     dataSource = Locate(entries, "DataSource", PSObjectType::File);
   }
@@ -42,13 +42,14 @@ private:
 
 // Reads the samples from the input through all filters of the data source; empty when that fails.
 ByteBuffer ReadSamples(const PSObject& dataSource) {
-  const auto filters = dataSource.fileFilters.Items();
+  const auto filters = dataSource.Parts().fileFilters.Items();
   ByteBuffer samples;
   for (std::size_t i = 0; i < filters.size(); ++i) {
     auto* filter = static_cast<DecodeFilter*>(filters[i]);
     ByteBuffer decoded;
-    const FilterStatus status = i == 0 ? filter->ReadAndDecode(dataSource.fileSource, decoded)
-                                       : filter->Decode(samples.Bytes(), decoded);
+    const FilterStatus status = i == 0
+                                    ? filter->ReadAndDecode(dataSource.Parts().fileSource, decoded)
+                                    : filter->Decode(samples.Bytes(), decoded);
     if (status < 0 || decoded.IsEmpty()) return {};
     samples = std::move(decoded);
   }
@@ -62,39 +63,38 @@ std::optional<ORXPixelImageFormat> ChooseFormat(const ImageDescription& descript
 }
 
 // Gives the samples the image's full layout and draws them.
-void DrawSamples(ORXPrintEPSInterpreter& interpreter, const ImageDescription& description,
+void DrawSamples(Machine& machine, Canvas& canvas, const ImageDescription& description,
                  ByteBuffer samples) {
   const std::optional<ORXPixelImageFormat> format = ChooseFormat(description);
   if (!format || description.width <= 0 || description.height <= 0) return;
   const auto bytes = LayoutBytes(description.width, description.height, *format);
   if (!bytes) {
-    RaiseError(interpreter, "limitcheck");
+    RaiseError(machine, "limitcheck");
     return;
   }
   if (*format == ORXPixelImageFormat::Bilevel1) {
     for (unsigned char& byte : samples.Bytes()) byte = static_cast<unsigned char>(~byte);
   }
   if (!samples.Resize(*bytes)) {
-    RaiseError(interpreter, "VMerror");
+    RaiseError(machine, "VMerror");
     return;
   }
   ORXPixelImage image(description.width, description.height, *format, samples.Data(),
                       ORXDeallocatePixels::KeepWithCaller);
-  DrawPlaced(interpreter, PlaceImage(interpreter, description.width, description.height), image);
+  DrawPlaced(canvas, PlaceImage(canvas, description.width, description.height), image);
 }
 
 }  // namespace
 
 // dictionary image ->; the samples are read whether or not they can be drawn
-ResultCode Image(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  if (!interpreter.operandStack.Top()->Is(PSObjectType::Dictionary)) return ResultCode::Ran;
-  const PSRef dictionary = TakeOperand(interpreter);
-  const ImageDescription description(dictionary->dictEntries);
+ResultCode Image(Machine& machine, Canvas& canvas) {
+  if (!machine.operandStack.Top()->Is(PSObjectType::Dictionary)) return ResultCode::Ran;
+  const PSRef dictionary = TakeOperand(machine);
+  const ImageDescription description(dictionary->Parts().dictEntries);
   if (!description.dataSource) return ResultCode::Ran;
   ByteBuffer samples = ReadSamples(*description.dataSource);
-  if (!samples.IsEmpty() && interpreter.generator) {
-    DrawSamples(interpreter, description, std::move(samples));
+  if (!samples.IsEmpty() && canvas.HasGenerator()) {
+    DrawSamples(machine, canvas, description, std::move(samples));
   }
   return ResultCode::Ran;
 }

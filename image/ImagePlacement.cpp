@@ -1,27 +1,23 @@
 #include "image/ImagePlacement.h"
 
-#include "host/PrintGenerator.h"
 #include "ps/Limits.h"
 
 namespace orxeps {
 
-ImagePlacement PlaceImage(const ORXPrintEPSInterpreter& interpreter, std::int32_t width,
-                          std::int32_t height) noexcept {
-  const ORXMath3x3Matrix& ctm = interpreter.graphics.current.ctm;
+ImagePlacement PlaceImage(const Canvas& canvas, std::int32_t width, std::int32_t height) noexcept {
+  const ORXMath3x3Matrix& ctm = canvas.Current().ctm;
   const FloatPoint origin = TransformPoint(ctm, {0.0F, 0.0F});
   const double a = ctm.GetFirstColumn().x;
   const double d = ctm.GetSecondColumn().y;
-  const double scale = interpreter.unitScale;
+  const double scale = canvas.unitScale;
   return {origin.x, origin.y, static_cast<float>(a / width * scale),
           static_cast<float>(d / height * scale)};
 }
 
-void DrawPlaced(ORXPrintEPSInterpreter& interpreter, const ImagePlacement& placement,
-                ORXPixelImage& image) {
+void DrawPlaced(Canvas& canvas, const ImagePlacement& placement, ORXPixelImage& image) {
   image.SetXPixelSize(placement.xPixelSize);
   image.SetYPixelSize(placement.yPixelSize);
-  const float scale = interpreter.unitScale;
-  interpreter.generator->DrawImage(scale * placement.x, scale * placement.y, 0, &image);
+  canvas.DrawImage({placement.x, placement.y}, image);
 }
 
 std::optional<std::size_t> LayoutBytes(std::int32_t width, std::int32_t height,

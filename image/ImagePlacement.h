@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "graphics/Canvas.h"
 #include "host/ORXPixelImage.h"
-#include "plugin/ORXPrintEPSInterpreter.h"
 
 namespace orxeps {
 
@@ -20,12 +20,11 @@ struct ImagePlacement {
 };
 
 // REQUIRES: width and height are above 0.
-[[nodiscard]] ImagePlacement PlaceImage(const ORXPrintEPSInterpreter& interpreter,
-                                        std::int32_t width, std::int32_t height) noexcept;
+[[nodiscard]] ImagePlacement PlaceImage(const Canvas& canvas, std::int32_t width,
+                                        std::int32_t height) noexcept;
 
 // Gives the image its pixel sizes and hands it to the generator.
-void DrawPlaced(ORXPrintEPSInterpreter& interpreter, const ImagePlacement& placement,
-                ORXPixelImage& image);
+void DrawPlaced(Canvas& canvas, const ImagePlacement& placement, ORXPixelImage& image);
 
 // The bytes that an image of this layout has; nothing for a size that is not positive or above the
 // ceiling of images.

@@ -1,14 +1,17 @@
 #include "orxprint/CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
+#include <sstream>
 #include <utility>
 
 #include "orxprint/Messages.h"
+#include "orxprint/StandardOutput.h"
 
 namespace orxprint {
 
@@ -103,24 +106,33 @@ Area ParseArea(const std::string& text) {
   return Area::Drawing;
 }
 
-Format ChooseFormat(const std::string& text, const RenderOptions& render) {
+bool IsFolder(const std::string& name) {
+  std::error_code error;
+  return std::filesystem::is_directory(name, error);
+}
+
+const Format& ChooseFormat(const std::string& text, const RenderOptions& render) {
   if (!text.empty()) {
-    const std::optional<Format> format = ParseFormat(text);
+    const Format* format = FindFormat(text);
     if (!format) Refuse("--format", text, "a format: svg, pdf, png or none");
     return *format;
   }
-  if (render.output.empty() || render.output == "-") return Format::Svg;
-  const std::optional<Format> format = FormatOfName(render.output);
-  if (format) return *format;
-  if (std::filesystem::is_directory(render.output)) return Format::Svg;
+  if (render.output.empty() || DescriptorOfName(render.output)) return DefaultFormat();
+  if (const Format* format = FormatOfFile(render.output)) return *format;
+  if (IsFolder(render.output)) return DefaultFormat();
   throw CLI::ValidationError("--output", "the ending of '" + render.output +
                                              "' says no format: use .svg, .pdf or .png, or -f");
 }
 
+void RequireOneStandardInput(const std::vector<std::string>& files) {
+  if (std::count(files.begin(), files.end(), "-") <= 1) return;
+  throw CLI::ValidationError("FILE", "standard input (-) can be read only once");
+}
+
 void RequireOneOutputForEach(const RenderOptions& render) {
-  const bool isShared = render.files.size() > 1 && !render.output.empty() &&
-                        !std::filesystem::is_directory(render.output);
-  if (!isShared || render.format == Format::None) return;
+  const bool isShared =
+      render.files.size() > 1 && !render.output.empty() && !IsFolder(render.output);
+  if (!isShared || !render.format->WritesFiles()) return;
   throw CLI::ValidationError(
       "--output", "'" + render.output + "' is one output for several files: name a folder");
 }
@@ -143,16 +155,37 @@ public:
       app.parse(argumentCount, arguments);
       return Finish();
     } catch (const CLI::Success& help) {
-      app.exit(help);
-      return Status::Done;
+      return PrintAnswer(help);
     } catch (const CLI::ParseError& error) {
       Tell(error.what());
+      HintAtNamesWithDash(argumentCount, arguments);
       std::fputs("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n", stderr);
       return Status::WrongUsage;
     }
   }
 
 private:
+  Status PrintAnswer(const CLI::Success& help) {
+    std::ostringstream text;
+    app.exit(help, text, text);
+    StandardOutput output({});
+    if (output.Write(text.str())) return Status::Done;
+    Tell("cannot write standard output: " + ErrorText(output.Error()));
+    return Status::FileFailed;
+  }
+
+  // A file's name that begins with a dash is taken for options.
+  static void HintAtNamesWithDash(int argumentCount, const char* const* arguments) {
+    for (int i = 1; i < argumentCount; ++i) {
+      const std::string argument = arguments[i];
+      std::error_code error;
+      if (argument.size() < 2 || argument[0] != '-' || !std::filesystem::exists(argument, error)) {
+        continue;
+      }
+      Tell(argument, "to name this file, write ./" + argument);
+    }
+  }
+
   void AddCommonOptions(CLI::App& command) {
     command.add_option("--units", common.units, "Unit of coordinates inside the interpreter")
         ->type_name("mm|pt")
@@ -211,10 +244,14 @@ private:
       throw CLI::ParseError("a command is required: render, info or trace",
                             CLI::ExitCodes::RequiredError);
     }
-    if (infoCommand->parsed()) return {common, info};
+    if (infoCommand->parsed()) {
+      RequireOneStandardInput(info.files);
+      return {common, info};
+    }
     if (traceCommand->parsed()) return {common, trace};
+    RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
-    render.format = ChooseFormat(raw.format, render);
+    render.format = &ChooseFormat(raw.format, render);
     RequireOneOutputForEach(render);
     if (!raw.pages.empty()) {
       render.pages = ParsePageList(raw.pages);

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "orxprint/Failure.h"
-#include "orxprint/OutputNames.h"
+#include "orxprint/Formats.h"
 #include "orxprint/PageList.h"
 
 namespace orxprint {
@@ -26,7 +26,7 @@ struct CommonOptions {
 struct RenderOptions {
   std::vector<std::string> files;
   std::string output;  // empty: beside the input
-  Format format = Format::Svg;
+  const Format* format = &DefaultFormat();
   double dotsPerInch = 150;
   std::optional<PageList> pages;  // none: all
   Area area = Area::Box;

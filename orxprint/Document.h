@@ -1,43 +1,63 @@
-// A document that the person named: found, opened once to look at it, and ready to be read by as
+// A document that the person named: opened once, looked through once, and ready to be read by as
 // many runs as needed, each over a stream of its own.
 //
-// A value: copies share what was read into memory, so a run that is left behind can keep one.
+// A value: copies share the bytes, so a run that is left behind can keep one.
 #pragma once
 
-#include <filesystem>
+#include <array>
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <string>
 
 #include "framework/InputStreams.h"
 #include "orxprint/DocumentComments.h"
+#include "orxprint/DocumentSource.h"
 #include "orxprint/RunControl.h"
 
 namespace orxprint {
 
+// A part of a source as an interpreter's input. It seems to end when the run is being stopped, for
+// interpreters that ask nobody whether to go on. Borrows the control.
+class DocumentStream final : public orxframework::WindowedInputStream {
+public:
+  DocumentStream(std::shared_ptr<DocumentSource> source, orxframework::FileSection section,
+                 RunControl& runControl);
+
+  // How much of the document has been read, in per cent. May be asked on any thread.
+  [[nodiscard]] unsigned PercentRead() const noexcept;
+
+private:
+  Window Load(std::uint64_t position) override;
+
+  std::shared_ptr<DocumentSource> bytes;
+  orxframework::FileSection part;
+  RunControl& control;
+  std::array<char, 1 << 16> buffer{};
+  std::atomic<std::uint64_t> place = 0;
+};
+
 class Document {
 public:
-  // Opens a file, or standard input for "-", and looks through it as the work of a run under
-  // control. A file with a preview in front is reduced to its PostScript section. Throws Failure.
+  // Opens a file, or standard input for "-", and looks through it; a file with a preview in front
+  // is reduced to its PostScript section. Throws Failure, or Stopped when the control ends it
+  // before the end of the document was seen.
   Document(std::string fileName, RunControl& control);
 
   [[nodiscard]] const std::string& Name() const { return name; }
   [[nodiscard]] bool IsStandardInput() const { return name == "-"; }
   [[nodiscard]] const DocumentComments& Comments() const { return *comments; }
 
-  // A new stream at the start of the document; this document must outlive it.
-  [[nodiscard]] std::unique_ptr<orxframework::WindowedInputStream> MakeStream() const;
-  // The same over the comment lines alone, for questions about pages.
-  [[nodiscard]] std::unique_ptr<orxframework::WindowedInputStream> MakeCommentStream() const;
+  // A new stream at the start of the document.
+  [[nodiscard]] std::unique_ptr<DocumentStream> MakeStream(RunControl& control) const;
+  // Throws Failure when not all that was read is what the document held when it was opened.
+  void RequireUnchanged() const { source->Require(); }
 
 private:
   std::string name;
-  std::shared_ptr<const std::string> bytes;  // null for a file that is read where it lies
+  std::shared_ptr<DocumentSource> source;
   orxframework::FileSection section;
   std::shared_ptr<const DocumentComments> comments;
 };
-
-// Opens a document within its limits and warns when it does not begin like one. Throws Failure, or
-// Stopped when a limit was met before the end of the document was seen.
-[[nodiscard]] Document OpenDocument(const std::string& name, const Limits& limits);
 
 }  // namespace orxprint

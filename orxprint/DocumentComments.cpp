@@ -1,14 +1,15 @@
 #include "orxprint/DocumentComments.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
+#include <utility>
 #include <vector>
 
 namespace orxprint {
 
 namespace {
-
-constexpr int kBlockBytes = 1 << 16;
 
 bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
@@ -25,36 +26,16 @@ bool CountsInComment(char c) {
 // that the box comes at the end, the last one holds, else the first.
 class CommentReader {
 public:
-  void TakeBytes(std::string_view bytes) {
-    if (firstBytes.size() < 2) firstBytes += bytes.substr(0, 2);
-    while (true) {
-      const std::size_t end = bytes.find_first_of("\r\n");
-      if (end == std::string_view::npos) break;
-      TakePiece(bytes.substr(0, end));
-      EndLine();
-      bytes.remove_prefix(end + 1);
-    }
-    TakePiece(bytes);
+  // A line without its end, which has a percent sign somewhere.
+  void TakeLine(std::string_view line) {
+    const std::size_t start = line.find('%');
+    if (!ended) NotePageStart(line.substr(start));
+    if (line.find("%%", start) != std::string_view::npos) TakeComment(line);
   }
 
-  DocumentComments Finish() {
-    EndLine();
-    comments.startsLikePostScript = firstBytes.starts_with("%!");
-    return std::move(comments);
-  }
+  DocumentComments Finish() { return std::move(comments); }
 
 private:
-  void TakePiece(std::string_view piece) { line += piece; }
-
-  void EndLine() {
-    const std::size_t start = line.find('%');
-    if (start != std::string::npos) {
-      if (!ended) NotePageStart(std::string_view(line).substr(start));
-      if (line.find("%%", start) != std::string::npos) TakeComment(line);
-    }
-    line.clear();
-  }
-
   void NotePageStart(std::string_view comment) {
     if (comment.find("Page") == std::string_view::npos) return;
     std::string words(comment);
@@ -102,12 +83,121 @@ private:
   }
 
   DocumentComments comments;
-  std::string firstBytes;
-  std::string line;
   int depth = 0;
   bool ended = false;
   bool boxComesLast = false;
 };
+
+bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
+
+// Finds the lines that have a percent sign, which are few. They are looked at in the block when it
+// holds them whole, and gathered when not, provided that they say something of interest.
+class LineFinder {
+public:
+  LineFinder(const ByteReader& byteReader, CommentReader& commentReader)
+      : read(byteReader), reader(commentReader) {}
+
+  void Run() {
+    std::uint64_t place = 0;
+    while (Load(place)) place = TakeBlock();
+  }
+
+private:
+  static constexpr std::size_t kBlockBytes = 1 << 16;
+  // The library keeps no more of a line.
+  static constexpr std::size_t kMostLineBytes = std::size_t{16} << 20;
+  // What makes a long line worth being gathered.
+  static constexpr std::string_view kWords[] = {"Page", "%%BoundingBox", "%%EOF", "%%BeginDocument",
+                                                "%%EndDocument"};
+  static constexpr std::size_t kLongestWord = 15;
+
+  bool Load(std::uint64_t place) {
+    blockPlace = place;
+    bytes = std::string_view(block.data(), read(place, block.data(), block.size()));
+    return !bytes.empty();
+  }
+
+  // Takes the lines of the block. Returns the place where to go on.
+  std::uint64_t TakeBlock() {
+    std::size_t position = 0;
+    while (true) {
+      const std::size_t sign = bytes.find('%', position);
+      if (sign == std::string_view::npos) return blockPlace + bytes.size();
+      std::size_t start = sign;
+      while (start > position && !IsLineEnd(bytes[start - 1])) --start;
+      std::size_t end = sign;
+      while (end < bytes.size() && !IsLineEnd(bytes[end])) ++end;
+      const bool isWhole = (start > 0 || blockPlace == lineFloor) && end < bytes.size();
+      if (!isWhole) return TakeLongLine(blockPlace + start, start == 0);
+      reader.TakeLine(bytes.substr(start, end - start));
+      position = end;
+      lineFloor = blockPlace + end;
+    }
+  }
+
+  // A line that the block does not hold whole. Returns the place of its end.
+  std::uint64_t TakeLongLine(std::uint64_t start, bool mayBeginBefore) {
+    if (mayBeginBefore) start = FindStart(start);
+    const auto [end, isOfInterest] = LookThroughLine(start);
+    if (isOfInterest) {
+      std::string line(
+          static_cast<std::size_t>(std::min<std::uint64_t>(end - start, kMostLineBytes)), '\0');
+      line.resize(read(start, line.data(), line.size()));
+      if (line.find('%') != std::string::npos) reader.TakeLine(line);
+    }
+    lineFloor = end;
+    return end;
+  }
+
+  // Where the line begins that goes on at `place`; not before the end of the last line taken.
+  std::uint64_t FindStart(std::uint64_t place) {
+    while (place > lineFloor) {
+      const auto count =
+          static_cast<std::size_t>(std::min<std::uint64_t>(place - lineFloor, block.size()));
+      place -= count;
+      if (!Load(place)) return place;
+      for (std::size_t i = bytes.size(); i-- > 0;) {
+        if (i < count && IsLineEnd(bytes[i])) return place + i + 1;
+      }
+    }
+    return place;
+  }
+
+  struct LookedThrough {
+    std::uint64_t end;
+    bool isOfInterest;
+  };
+  LookedThrough LookThroughLine(std::uint64_t start) {
+    bool isOfInterest = false;
+    std::string seam;  // the last bytes of the block before
+    for (std::uint64_t place = start; Load(place); place += bytes.size()) {
+      const auto end = std::find_if(bytes.begin(), bytes.end(), IsLineEnd);
+      const std::string_view piece(bytes.data(), static_cast<std::size_t>(end - bytes.begin()));
+      seam += piece.substr(0, kLongestWord);
+      isOfInterest = isOfInterest || HasWord(seam) || HasWord(piece);
+      if (end != bytes.end()) return {place + piece.size(), isOfInterest};
+      seam = piece.substr(piece.size() - std::min(piece.size(), kLongestWord));
+    }
+    return {blockPlace, isOfInterest};
+  }
+  static bool HasWord(std::string_view text) {
+    return std::any_of(std::begin(kWords), std::end(kWords), [text](std::string_view word) {
+      return text.find(word) != std::string_view::npos;
+    });
+  }
+
+  const ByteReader& read;
+  CommentReader& reader;
+  std::vector<char> block = std::vector<char>(kBlockBytes);
+  std::string_view bytes;  // what the block holds
+  std::uint64_t blockPlace = 0;
+  std::uint64_t lineFloor = 0;  // no line that is still to come begins before
+};
+
+bool StartsLikePostScript(const ByteReader& read) {
+  char start[2];
+  return read(0, start, sizeof start) == 2 && std::string_view(start, 2) == "%!";
+}
 
 }  // namespace
 
@@ -131,18 +221,12 @@ std::optional<Box> ParseBox(std::string_view numbers) {
   return box;
 }
 
-DocumentComments ReadComments(PrintInputStream& input) {
+DocumentComments ReadComments(const ByteReader& read) {
   CommentReader reader;
-  std::vector<char> block(kBlockBytes);
-  input.Open("rb");
-  while (true) {
-    int count = 0;
-    const int status = input.Read(block.data(), kBlockBytes, &count);
-    if (count > 0) reader.TakeBytes({block.data(), static_cast<std::size_t>(count)});
-    if (status < 0 || count <= 0) break;
-  }
-  input.Close();
-  return reader.Finish();
+  LineFinder(read, reader).Run();
+  DocumentComments comments = reader.Finish();
+  comments.startsLikePostScript = StartsLikePostScript(read);
+  return comments;
 }
 
 }  // namespace orxprint

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -14,7 +15,6 @@
 #include <vector>
 
 #include "drawing/Geometry.h"
-#include "host/PrintInputStream.h"
 
 namespace orxprint {
 
@@ -43,7 +43,11 @@ struct DocumentComments {
 // Four numbers: left, bottom, right, top. None when one is missing or the box has no area.
 [[nodiscard]] std::optional<Box> ParseBox(std::string_view numbers);
 
-// Reads the document from its start to its end.
-[[nodiscard]] DocumentComments ReadComments(PrintInputStream& input);
+// Gives bytes of the document from a place on: fewer than asked for only at its end.
+using ByteReader = std::function<std::size_t(std::uint64_t place, char* buffer, std::size_t count)>;
+
+// Looks through the document from its start to its end. Holds nothing of it but the comments and a
+// block, however long its lines are.
+[[nodiscard]] DocumentComments ReadComments(const ByteReader& read);
 
 }  // namespace orxprint

@@ -4,17 +4,16 @@
 #include <cerrno>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <numeric>
-#include <system_error>
 
 #include "drawing/Text.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Messages.h"
-#include "orxprint/PageQuestions.h"
+#include "orxprint/PageAnswers.h"
+#include "orxprint/Session.h"
+#include "orxprint/StandardOutput.h"
 
 namespace orxprint {
 
@@ -65,37 +64,20 @@ Statistics ReadStatistics(const ORXListValORXUnicodeString& lines) {
   return statistics;
 }
 
-void CollectStatistics(const Plugin& plugin, const Document& document, const Limits& limits,
-                       Description& description) {
-  const auto control = std::make_shared<RunControl>();
-  const auto result = std::make_shared<std::optional<Statistics>>();
-  description.stop = UseInterpreter(plugin, document, Reading::WholeDocument, limits, control,
-                                    [result](ORXPrintInterpreter& interpreter) {
-                                      ORXListValORXUnicodeString lines;
-                                      interpreter.CollectStatistics(lines);
-                                      *result = ReadStatistics(lines);
-                                    });
-  if (!control->WasLeft()) description.statistics = *result;
-}
-
-// Every question about a page is a pass over the comment lines; many of those leave room for fewer
-// questions.
-std::uint32_t PagesToAskAbout(std::uint32_t count, std::size_t commentBytes) {
-  constexpr std::size_t kMostBytesToRead = std::size_t{256} << 20;
-  const std::size_t affordable = kMostBytesToRead / std::max<std::size_t>(commentBytes, 1);
-  return static_cast<std::uint32_t>(std::min<std::size_t>({count, kMostAskedPages, affordable}));
-}
-
-Description Describe(const Plugin& plugin, const Document& document, const Limits& limits) {
-  Description description;
-  description.file = document.Name();
-  const DocumentComments& comments = document.Comments();
-  description.hasPageBoxes = comments.MentionPageBoxes();
-  const std::uint32_t count = AskAboutDocument(plugin, document, limits).count.value_or(0);
-  std::vector<std::uint32_t> pages(PagesToAskAbout(count, comments.lines.size()));
+std::vector<std::uint32_t> PagesToAskAbout(const PageAnswers& answers) {
+  std::vector<std::uint32_t> pages(std::min(answers.count.value_or(0), kMostAskedPages));
   std::iota(pages.begin(), pages.end(), 1U);
-  description.answers = AskAboutPages(plugin, document, limits, std::move(pages));
-  CollectStatistics(plugin, document, limits, description);
+  return pages;
+}
+
+Description DescribeDocument(const Session& session) {
+  Description description;
+  description.file = session.Name();
+  description.hasPageBoxes = session.Source().Comments().MentionPageBoxes();
+  description.answers = session.Ask(PagesToAskAbout);
+  const Session::Counts counts = session.Count();
+  description.stop = counts.stop;
+  if (counts.lines) description.statistics = ReadStatistics(*counts.lines);
   return description;
 }
 
@@ -139,7 +121,7 @@ Json ForPrograms(const Description& description, Units units) {
                  {"pageSizes", std::move(sizes)},
                  {"statistics", StatisticsForPrograms(description.statistics)}};
   if (answers.count.value_or(0) > answers.pages.size()) object["pagesAsked"] = answers.pages.size();
-  if (description.stop) object["stopped"] = orxprint::Describe(*description.stop);
+  if (description.stop) object["stopped"] = Describe(*description.stop);
   if (!description.error.empty()) object["error"] = description.error;
   return object;
 }
@@ -180,8 +162,7 @@ std::string ForPeople(const Description& description, Units units) {
 Status DescribeFile(const Plugin& plugin, const CommonOptions& common, Description& description) {
   const std::string file = description.file;
   const Outcome outcome = Attempt(file, [&] {
-    const Limits limits = Limits::StartingNow(common.timeLimit);
-    description = Describe(plugin, OpenDocument(file, limits), limits);
+    description = DescribeDocument(Session(plugin, common, file));
     if (!description.stop) return Status::Done;
     Tell(file, Describe(*description.stop));
     return Status::LimitReached;
@@ -190,12 +171,11 @@ Status DescribeFile(const Plugin& plugin, const CommonOptions& common, Descripti
   return outcome.status;
 }
 
-Status Print(std::string_view text) {
-  const bool isWritten =
-      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-  if (isWritten) return Status::Done;
-  Tell("cannot write standard output: " + std::generic_category().message(errno));
-  return Status::FileFailed;
+Status Print(std::string_view text, const CommonOptions& common) {
+  StandardOutput output(DeadlineIn(common.timeLimit));
+  if (output.Write(text)) return Status::Done;
+  Tell("cannot write standard output: " + ErrorText(output.Error()));
+  return output.Error() == ETIMEDOUT ? Status::LimitReached : Status::FileFailed;
 }
 
 }  // namespace
@@ -213,14 +193,16 @@ Status Info(const Plugin& plugin, const CommonOptions& common, const InfoOptions
       objects.push_back(ForPrograms(description, units));
     } else if (description.error.empty()) {
       const std::string separator = isFirst ? "" : "\n";
-      gravest = Gravest(gravest, Print(separator + ForPeople(description, units)));
+      const Status printed = Print(separator + ForPeople(description, units), common);
+      // Nobody reads what the other files would say either.
+      if (printed != Status::Done) return Gravest(gravest, printed);
       isFirst = false;
     }
   }
   if (!options.json) return gravest;
   // Names of files may hold bytes that are not UTF-8.
   const std::string text = objects.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-  return Gravest(gravest, Print(text));
+  return Gravest(gravest, Print(text, common));
 }
 
 }  // namespace orxprint

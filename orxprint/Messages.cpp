@@ -1,7 +1,9 @@
 #include "orxprint/Messages.h"
 
 #include <cstdio>
+#include <exception>
 #include <new>
+#include <system_error>
 
 #include "drawing/Text.h"
 #include "orxprint/Platform.h"
@@ -14,6 +16,7 @@ namespace {
 using orxdrawing::EscapeForTerminal;
 
 constexpr std::string_view kWipeLine = "\r\x1b[K";
+constexpr auto kBetweenLooks = std::chrono::milliseconds(500);
 
 void WriteLine(std::string line) {
   line += '\n';
@@ -42,28 +45,54 @@ Outcome Attempt(std::string_view file, const std::function<Status()>& work) {
     outcome = {Status::LimitReached, Describe(stopped.reason)};
   } catch (const std::bad_alloc&) {
     outcome = {Status::LimitReached, Describe(Stop::OutOfMemory)};
+  } catch (const std::exception& problem) {
+    outcome = {Status::FileFailed, problem.what()};
   }
   Tell(file, outcome.problem);
   return outcome;
 }
 
-Progress::Progress(std::string_view file)
-    : name(EscapeForTerminal(file)), wanted(IsTerminal(stderr)) {}
+Progress::Progress(std::string_view file, std::string_view itsActivity)
+    : name(EscapeForTerminal(file)), activity(itsActivity), wanted(IsTerminal(stderr)) {}
 
 Progress::~Progress() {
   if (visible) std::fwrite(kWipeLine.data(), 1, kWipeLine.size(), stderr);
 }
 
-void Progress::Show(std::uint64_t drawingCalls) {
+void Progress::Show(std::optional<unsigned> percent) {
   const Clock::time_point now = Clock::now();
   if (!wanted || now < next) return;
-  next = now + std::chrono::milliseconds(500);
+  next = now + kBetweenLooks;
   visible = true;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - start).count();
   std::string line(kWipeLine);
-  line += "orxprint: " + name + ": " + std::to_string(seconds) + " s, " +
-          std::to_string(drawingCalls) + " drawing calls";
+  line += "orxprint: " + name + ": " + activity + ", " + std::to_string(seconds) + " s";
+  if (percent) line += ", " + std::to_string(*percent) + " % read";
   std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+// A sign that cannot be given is no reason to stop.
+SignOfLife::SignOfLife(std::string_view file, std::string_view activity)
+    : progress(file, activity) {
+  if (!IsTerminal(stderr)) return;
+  try {
+    thread = std::thread([this] {
+      std::unique_lock lock(door);
+      while (!endSignal.wait_for(lock, kBetweenLooks, [this] { return ended; })) progress.Show();
+    });
+  } catch (const std::system_error&) {
+    return;
+  }
+}
+
+SignOfLife::~SignOfLife() {
+  if (!thread.joinable()) return;
+  {
+    const std::lock_guard lock(door);
+    ended = true;
+  }
+  endSignal.notify_all();
+  thread.join();
 }
 
 }  // namespace orxprint

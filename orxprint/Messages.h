@@ -3,11 +3,15 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
+#include <condition_variable>
 #include <functional>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 
+#include "orxprint/Descriptor.h"
 #include "orxprint/Failure.h"
 
 namespace orxprint {
@@ -24,30 +28,45 @@ struct Outcome {
   Status status = Status::Done;
   std::string problem;
 };
-// Does the work on one file. A Failure, a Stopped or a lack of memory that it throws is told and
-// becomes the outcome.
+// Does the work on one file. Whatever it throws is told and becomes the outcome, so that the next
+// file is done all the same.
 [[nodiscard]] Outcome Attempt(std::string_view file, const std::function<Status()>& work);
 
 // A line at the terminal that shows that work goes on. It appears after a second, is renewed twice
 // a second and is wiped away by the destructor. Shows nothing unless standard error is a terminal.
 class Progress {
 public:
-  explicit Progress(std::string_view file);
+  Progress(std::string_view file, std::string_view itsActivity);
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
   ~Progress();
 
-  // To be called often.
-  void Show(std::uint64_t drawingCalls);
+  // To be called often; `percent` is how much of the document is done, where that is known.
+  void Show(std::optional<unsigned> percent = {});
 
 private:
-  using Clock = std::chrono::steady_clock;
-
   std::string name;
+  std::string activity;
   bool wanted;
   bool visible = false;
   Clock::time_point start = Clock::now();
   Clock::time_point next = start + std::chrono::seconds(1);
+};
+
+// Shows progress from a thread of its own, for work that cannot say how far it is.
+class SignOfLife {
+public:
+  SignOfLife(std::string_view file, std::string_view activity);
+  SignOfLife(const SignOfLife&) = delete;
+  SignOfLife& operator=(const SignOfLife&) = delete;
+  ~SignOfLife();
+
+private:
+  Progress progress;
+  std::mutex door;
+  std::condition_variable endSignal;
+  bool ended = false;
+  std::thread thread;
 };
 
 }  // namespace orxprint

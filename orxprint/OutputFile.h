@@ -1,40 +1,79 @@
-// An output that appears under its name only when it is complete.
+// An output that appears under its name only when it is complete and on the disk.
 //
-// Bytes go to a file with a temporary name in the same folder, which takes the final name on
-// Commit and is removed otherwise. Standard output ("-") and devices get their bytes on Commit.
+// Bytes go to a file in the same folder that has no name where the file system allows that, and a
+// random one else; it takes the output's name on Commit and is gone otherwise. An open descriptor
+// ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get their bytes on Commit.
 #pragma once
 
-#include <cstdio>
+#include <sys/types.h>
+
+#include <compare>
 #include <filesystem>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "orxprint/Descriptor.h"
+#include "orxprint/TemporaryNames.h"
+
 namespace orxprint {
+
+// What tells one file from another, under whatever name.
+struct FileIdentity {
+  dev_t device = 0;
+  ino_t number = 0;
+
+  friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
+};
+
+// None when there is no such file.
+[[nodiscard]] std::optional<FileIdentity> IdentityOf(const std::string& name);
+
+// A place for a file, whether there is one or not: the same under every name of its folder.
+struct FilePlace {
+  FileIdentity folder;
+  std::string name;
+
+  friend auto operator<=>(const FilePlace&, const FilePlace&) = default;
+};
+
+// Where an output of that name will be, links followed; none when it will not be a file of its own.
+[[nodiscard]] std::optional<FilePlace> PlaceOf(const std::string& name);
 
 class OutputFile {
 public:
   // Throws Failure when the name cannot be written to.
   explicit OutputFile(std::string outputName);
-  OutputFile(OutputFile&& other) noexcept;
+  OutputFile(OutputFile&&) noexcept = default;
   OutputFile& operator=(OutputFile&&) = delete;
-  ~OutputFile();
+  ~OutputFile() = default;
 
   [[nodiscard]] const std::string& Name() const { return name; }
   // Returns whether the bytes were taken.
   bool Write(std::string_view bytes) noexcept;
   // No more bytes will come. Throws Failure when some could not be written.
   void Close();
-  // Gives the output its name. REQUIRES: closed. Throws Failure.
-  void Commit();
+  // Gives the output its name, or the bytes to their reader, who may take until the deadline.
+  // REQUIRES: closed. Throws Failure, or Stopped when the reader does not come.
+  void Commit(const Deadline& deadline);
 
 private:
-  [[noreturn]] void Fail(int errorCode) const;
+  [[noreturn]] void Fail(int error) const;
+  void Require(int error) const;
+  void MakeTemporary();
+  bool Flush() noexcept;
+  // The mode and, where the user may, the owner of the file that is replaced.
+  void TakeOverRights();
+  void NameTheNameless();
+  [[nodiscard]] Descriptor OpenReader(const Deadline& deadline) const;
 
   std::string name;
-  std::filesystem::path target;     // with symbolic links followed
-  std::filesystem::path temporary;  // empty: the bytes are kept in `kept`
-  std::FILE* file = nullptr;
-  std::string kept;
+  std::filesystem::path target;  // with symbolic links followed
+  Descriptor file;               // none: the bytes are kept
+  std::unique_ptr<TemporaryName> temporary;
+  bool isNameless = false;
+  std::string kept;  // what is not written yet
   int writeError = 0;
 };
 

@@ -1,36 +1,8 @@
 #include "orxprint/OutputNames.h"
 
-#include <algorithm>
-#include <array>
-#include <utility>
-
 namespace orxprint {
 
 namespace {
-
-constexpr std::array<std::pair<std::string_view, Format>, 4> kFormats = {{
-    {"svg", Format::Svg},
-    {"pdf", Format::Pdf},
-    {"png", Format::Png},
-    {"none", Format::None},
-}};
-
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
-
-// The position of the dot that begins the ending; the name's length when it has none.
-std::size_t EndingPosition(std::string_view fileName) {
-  const std::size_t dot = fileName.rfind('.');
-  const std::size_t slash = fileName.find_last_of("/\\");
-  if (dot == std::string_view::npos) return fileName.size();
-  if (slash != std::string_view::npos && dot <= slash + 1) return fileName.size();
-  return dot == 0 ? fileName.size() : dot;
-}
 
 struct NumberPlace {
   std::size_t position = 0;
@@ -56,23 +28,12 @@ NumberPlace FindNumberPlace(std::string_view name) {
 
 }  // namespace
 
-std::optional<Format> ParseFormat(std::string_view text) {
-  const std::string lower = LowerCase(text);
-  for (const auto& [name, format] : kFormats) {
-    if (lower == name) return format;
-  }
-  return std::nullopt;
-}
-
-std::optional<Format> FormatOfName(std::string_view fileName) {
-  const std::size_t dot = EndingPosition(fileName);
-  if (dot == fileName.size()) return std::nullopt;
-  const std::optional<Format> format = ParseFormat(fileName.substr(dot + 1));
-  return format == Format::None ? std::nullopt : format;
-}
-
-std::string_view EndingOf(Format format) {
-  return format == Format::Pdf ? ".pdf" : format == Format::Png ? ".png" : ".svg";
+std::size_t EndingPosition(std::string_view fileName) {
+  const std::size_t dot = fileName.rfind('.');
+  const std::size_t slash = fileName.find_last_of("/\\");
+  if (dot == std::string_view::npos) return fileName.size();
+  if (slash != std::string_view::npos && dot <= slash + 1) return fileName.size();
+  return dot == 0 ? fileName.size() : dot;
 }
 
 bool HasNumberPlace(std::string_view fileName) { return FindNumberPlace(fileName).length != 0; }

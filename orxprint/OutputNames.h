@@ -1,21 +1,15 @@
-// Where the drawings go: formats and the names of files.
+// The names of the files that drawings go to.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
 namespace orxprint {
 
-enum class Format { Svg, Pdf, Png, None };
-
-// "svg", "pdf", "png" or "none", in any case.
-[[nodiscard]] std::optional<Format> ParseFormat(std::string_view text);
-// The format that a file's ending stands for.
-[[nodiscard]] std::optional<Format> FormatOfName(std::string_view fileName);
-// The ending with its dot. REQUIRES: the format writes files.
-[[nodiscard]] std::string_view EndingOf(Format format);
+// The place of a file name's ending: of its last dot, or of its end when there is none.
+[[nodiscard]] std::size_t EndingPosition(std::string_view fileName);
 
 // Whether the name says where the page number goes: a "%d", or "%03d" for leading zeros.
 [[nodiscard]] bool HasNumberPlace(std::string_view fileName);

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "orxprint/PageQuestions.h"
+#include "orxprint/PageAnswers.h"
 
 namespace orxprint {
 
@@ -24,13 +24,12 @@ std::optional<Box> FromOrigin(const std::optional<PageSize>& size, Units units) 
 // The library's page sizes: those of single pages, and the one that serves where they are missing.
 class PageSizes {
 public:
-  PageSizes(const Plugin& plugin, const Document& document, const Limits& limits,
-            const std::vector<PageToWrite>& pages, Units sizeUnits)
-      : units(sizeUnits), differ(document.Comments().MentionPageBoxes()) {
+  PageSizes(const Session& session, const std::vector<PageToWrite>& pages, Units sizeUnits)
+      : units(sizeUnits), differ(session.Source().Comments().MentionPageBoxes()) {
     std::vector<std::uint32_t> numbers;
     const std::size_t count = differ ? std::min<std::size_t>(pages.size(), kMostAskedPages) : 1;
     for (std::size_t i = 0; i < count; ++i) numbers.push_back(pages[i].number);
-    answers = AskAboutPages(plugin, document, limits, std::move(numbers));
+    answers = session.Ask([numbers](const PageAnswers&) { return numbers; });
   }
 
   // REQUIRES: `index` is the page's place among the pages asked about.
@@ -56,22 +55,22 @@ Box AtLeastVisible(Box box) {
 
 }  // namespace
 
-void ChooseAreas(const Plugin& plugin, const Document& document, const Limits& limits, Area area,
-                 Units units, std::vector<PageToWrite>& pages) {
+void ChooseAreas(const Session& session, Area area, Units units, std::vector<PageToWrite>& pages) {
+  const DocumentComments& comments = session.Source().Comments();
   std::optional<PageSizes> sizes;
   for (std::size_t i = 0; i < pages.size(); ++i) {
     PageToWrite& page = pages[i];
     std::optional<Box> chosen;
-    if (area == Area::Box) chosen = document.Comments().BoxOfPage(page.number);
+    if (area == Area::Box) chosen = comments.BoxOfPage(page.number);
     if (!chosen && area != Area::Drawing) {
-      if (!sizes) sizes.emplace(plugin, document, limits, pages, units);
+      if (!sizes) sizes.emplace(session, pages, units);
       chosen = sizes->Of(i);
     }
     if (!chosen) {
       chosen = page.list->Extent(page.page, units.pointsPerUnit);
       if (chosen) chosen = AtLeastVisible(*chosen);
     }
-    if (!chosen) chosen = document.Comments().BoxOfPage(page.number);
+    if (!chosen) chosen = comments.BoxOfPage(page.number);
     if (!chosen) throw Failure("the document says no size and draws nothing");
     page.area = *chosen;
   }

@@ -4,15 +4,14 @@
 #include <vector>
 
 #include "orxprint/CommandLine.h"
-#include "orxprint/InterpreterRun.h"
 #include "orxprint/PageWriter.h"
+#include "orxprint/Session.h"
 
 namespace orxprint {
 
 // Gives every page its area. The box is that of the page or the document; without one the page from
 // its origin serves, and without that the extent of what is drawn. Throws Failure for a page that
 // nothing gives an area.
-void ChooseAreas(const Plugin& plugin, const Document& document, const Limits& limits, Area area,
-                 Units units, std::vector<PageToWrite>& pages);
+void ChooseAreas(const Session& session, Area area, Units units, std::vector<PageToWrite>& pages);
 
 }  // namespace orxprint

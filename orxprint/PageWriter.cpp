@@ -68,32 +68,6 @@ void FinishSurface(cairo_surface_t* surface) {
   RequireSuccess(cairo_surface_status(surface));
 }
 
-Losses WritePdf(OutputFile& output, std::span<const PageToWrite> pages,
-                const WriteSettings& settings) {
-  CairoPainter painter(Canvas::Stencils, 1, settings.deadline);
-  const SurfacePointer surface(cairo_pdf_surface_create_for_stream(WriteToOutput, &output, 1, 1));
-  cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, "");
-  for (const PageToWrite& page : pages) {
-    RequireDrawableSize(page.area);
-    cairo_pdf_surface_set_size(surface.get(), page.area.Width(), page.area.Height());
-    PaintOn(surface.get(), painter, page, settings, 1);
-  }
-  FinishSurface(surface.get());
-  return painter.Lost();
-}
-
-Losses WriteSvg(OutputFile& output, const PageToWrite& page, const WriteSettings& settings) {
-  RequireDrawableSize(page.area);
-  CairoPainter painter(Canvas::Pictures, 1, settings.deadline);
-  SvgTidier tidier([&output](std::string_view text) { return output.Write(text); });
-  const SurfacePointer surface(cairo_svg_surface_create_for_stream(
-      WriteToTidier, &tidier, page.area.Width(), page.area.Height()));
-  PaintOn(surface.get(), painter, page, settings, 1);
-  FinishSurface(surface.get());
-  tidier.Finish();
-  return painter.Lost();
-}
-
 struct PixelSize {
   double width;
   double height;
@@ -112,7 +86,39 @@ PixelSize PixelsOf(const Box& area, double dotsPerInch) {
                 " pixels is too large: choose fewer dots per inch (-r)");
 }
 
-Losses WritePng(OutputFile& output, const PageToWrite& page, const WriteSettings& settings) {
+}  // namespace
+
+Losses WritePdf(OutputFile& output, std::span<const PageToWrite> pages,
+                const WriteSettings& settings) {
+  CairoPainter painter(Canvas::Stencils, 1, settings.deadline);
+  const SurfacePointer surface(cairo_pdf_surface_create_for_stream(WriteToOutput, &output, 1, 1));
+  cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, "");
+  for (const PageToWrite& page : pages) {
+    RequireDrawableSize(page.area);
+    cairo_pdf_surface_set_size(surface.get(), page.area.Width(), page.area.Height());
+    PaintOn(surface.get(), painter, page, settings, 1);
+  }
+  FinishSurface(surface.get());
+  return painter.Lost();
+}
+
+Losses WriteSvg(OutputFile& output, std::span<const PageToWrite> pages,
+                const WriteSettings& settings) {
+  const PageToWrite& page = pages[0];
+  RequireDrawableSize(page.area);
+  CairoPainter painter(Canvas::Pictures, 1, settings.deadline);
+  SvgTidier tidier([&output](std::string_view text) { return output.Write(text); });
+  const SurfacePointer surface(cairo_svg_surface_create_for_stream(
+      WriteToTidier, &tidier, page.area.Width(), page.area.Height()));
+  PaintOn(surface.get(), painter, page, settings, 1);
+  FinishSurface(surface.get());
+  tidier.Finish();
+  return painter.Lost();
+}
+
+Losses WritePng(OutputFile& output, std::span<const PageToWrite> pages,
+                const WriteSettings& settings) {
+  const PageToWrite& page = pages[0];
   const double pixelsPerPoint = settings.dotsPerInch / 72;
   const PixelSize size = PixelsOf(page.area, settings.dotsPerInch);
   CairoPainter painter(Canvas::Pixels, pixelsPerPoint, settings.deadline);
@@ -124,17 +130,6 @@ Losses WritePng(OutputFile& output, const PageToWrite& page, const WriteSettings
   PaintOn(surface.get(), painter, page, settings, pixelsPerPoint);
   RequireSuccess(cairo_surface_write_to_png_stream(surface.get(), WriteToOutput, &output));
   return painter.Lost();
-}
-
-}  // namespace
-
-Losses WritePages(OutputFile& output, std::span<const PageToWrite> pages,
-                  const WriteSettings& settings) {
-  const Losses losses = settings.format == Format::Pdf   ? WritePdf(output, pages, settings)
-                        : settings.format == Format::Png ? WritePng(output, pages[0], settings)
-                                                         : WriteSvg(output, pages[0], settings);
-  output.Close();
-  return losses;
 }
 
 }  // namespace orxprint

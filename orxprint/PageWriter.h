@@ -5,12 +5,10 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <span>
 
 #include "orxprint/CairoPainter.h"
 #include "orxprint/OutputFile.h"
-#include "orxprint/OutputNames.h"
 
 namespace orxprint {
 
@@ -23,17 +21,22 @@ struct PageToWrite {
 };
 
 struct WriteSettings {
-  Format format = Format::Svg;
   double dotsPerInch = 150;
   double pointsPerUnit = 72.0 / 25.4;
   // When painting has to be over; what is not painted by then is left out.
-  std::optional<Clock::time_point> deadline;
+  Deadline deadline;
 };
 
-// Writes the pages, of which there is one unless the format is PDF, and closes the output. Throws
-// Failure when an area is too large or the output takes no more, std::bad_alloc when memory runs
-// out.
-Losses WritePages(OutputFile& output, std::span<const PageToWrite> pages,
-                  const WriteSettings& settings);
+// One function for each format. All throw Failure when an area is too large, std::bad_alloc when
+// memory runs out; what the output does not take is left to its Close.
+
+// REQUIRES: one page.
+Losses WriteSvg(OutputFile& output, std::span<const PageToWrite> pages,
+                const WriteSettings& settings);
+Losses WritePdf(OutputFile& output, std::span<const PageToWrite> pages,
+                const WriteSettings& settings);
+// REQUIRES: one page.
+Losses WritePng(OutputFile& output, std::span<const PageToWrite> pages,
+                const WriteSettings& settings);
 
 }  // namespace orxprint

@@ -1,82 +1,68 @@
 #include "orxprint/Platform.h"
 
-#include <cstdlib>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sched.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
-#if defined(_WIN32)
-#  include <fcntl.h>
-#  include <io.h>
-#  include <windows.h>
+#include <cstdlib>
+#include <system_error>
+
+#if defined(__APPLE__)
+#  include <mach-o/dyld.h>
 #else
-#  include <dlfcn.h>
-#  include <pthread.h>
-#  include <sched.h>
-#  include <unistd.h>
-#  if defined(__APPLE__)
-#    include <mach-o/dyld.h>
-#  endif
+#  include <link.h>
+#  include <sys/auxv.h>
 #endif
 
 namespace orxprint {
 
-#if defined(_WIN32)
+#if defined(__APPLE__)
 
 std::filesystem::path ProgramFile() {
-  wchar_t name[32768];
-  const DWORD length = GetModuleFileNameW(nullptr, name, 32768);
-  return std::filesystem::path(name, name + length);
-}
-
-bool IsTerminal(std::FILE* stream) { return _isatty(_fileno(stream)) != 0; }
-
-void SetEnvironment(const char* name, const char* value) { _putenv_s(name, value); }
-
-void UseBinaryStandardStreams() {
-  _setmode(_fileno(stdin), _O_BINARY);
-  _setmode(_fileno(stdout), _O_BINARY);
-}
-
-unsigned long ProcessNumber() { return GetCurrentProcessId(); }
-
-void LowerPriority(std::thread& thread) noexcept {
-  SetThreadPriority(static_cast<HANDLE>(thread.native_handle()), THREAD_PRIORITY_IDLE);
-}
-
-OpenedLibrary OpenLibrary(const std::filesystem::path& file) {
-  HMODULE handle = LoadLibraryW(file.c_str());
-  if (!handle) return {nullptr, "error " + std::to_string(GetLastError())};
-  return {handle, {}};
-}
-
-void* FindSymbol(void* library, const char* name) {
-  return reinterpret_cast<void*>(GetProcAddress(static_cast<HMODULE>(library), name));
+  char name[4096];
+  std::uint32_t size = sizeof name;
+  std::error_code error;
+  if (_NSGetExecutablePath(name, &size) != 0) return {};
+  return std::filesystem::canonical(name, error);
 }
 
 #else
 
 std::filesystem::path ProgramFile() {
-#  if defined(__APPLE__)
-  char name[4096];
-  std::uint32_t size = sizeof name;
-  return _NSGetExecutablePath(name, &size) == 0 ? std::filesystem::path(name) : "";
-#  else
   std::error_code error;
-  return std::filesystem::read_symlink("/proc/self/exe", error);
-#  endif
+  std::filesystem::path file = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (!error) return file;
+  // Without /proc the system still tells the name that the program was started by.
+  const auto* startedBy = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
+  file = startedBy ? std::filesystem::canonical(startedBy, error) : std::filesystem::path();
+  return error ? std::filesystem::path() : file;
 }
+
+#endif
 
 bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) != 0; }
 
 void SetEnvironment(const char* name, const char* value) { setenv(name, value, 1); }
 
-void UseBinaryStandardStreams() {}
-
-unsigned long ProcessNumber() { return static_cast<unsigned long>(getpid()); }
+Descriptor OpenNamelessFile(const std::filesystem::path& folder) {
+#if defined(O_TMPFILE)
+  const int nameless = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC | O_EXCL, 0600);
+  if (nameless >= 0) return Descriptor(nameless);
+#endif
+  std::string name = (folder / "orxprint-XXXXXX").string();
+  Descriptor file(mkstemp(name.data()));
+  if (file.IsOpen()) unlink(name.c_str());
+  return file;
+}
 
 void LowerPriority([[maybe_unused]] std::thread& thread) noexcept {
-#  if defined(SCHED_IDLE)
+#if defined(SCHED_IDLE)
   const sched_param none = {};
   pthread_setschedparam(thread.native_handle(), SCHED_IDLE, &none);
-#  endif
+#endif
 }
 
 OpenedLibrary OpenLibrary(const std::filesystem::path& file) {
@@ -86,8 +72,26 @@ OpenedLibrary OpenLibrary(const std::filesystem::path& file) {
   return {nullptr, error ? error : "unknown error"};
 }
 
-void* FindSymbol(void* library, const char* name) { return dlsym(library, name); }
-
+void* FindFunction(void* library, const char* name) {
+  void* address = dlsym(library, name);
+#if defined(__GLIBC__)
+  // Data of that name cannot be called.
+  Dl_info info;
+  const ElfW(Sym)* symbol = nullptr;
+  if (address &&
+      dladdr1(address, &info, const_cast<void**>(reinterpret_cast<const void**>(&symbol)),
+              RTLD_DL_SYMENT) != 0 &&
+      symbol && (symbol->st_info & 0xF) == STT_OBJECT) {
+    return nullptr;
+  }
 #endif
+  return address;
+}
+
+std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
+  std::error_code error;
+  std::filesystem::path absolute = std::filesystem::absolute(path, error);
+  return error ? std::filesystem::path("./") / path : absolute;
+}
 
 }  // namespace orxprint

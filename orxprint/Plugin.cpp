@@ -1,9 +1,14 @@
 #include "orxprint/Plugin.h"
 
+#include <atomic>
+#include <exception>
 #include <filesystem>
+#include <new>
 #include <vector>
 
+#include "framework/InputStreams.h"
 #include "orxprint/Platform.h"
+#include "orxprint/RunControl.h"
 
 #define ORXPRINT_TEXT_OF(name) #name
 #define ORXPRINT_NAME_TEXT(name) ORXPRINT_TEXT_OF(name)
@@ -15,10 +20,31 @@ namespace {
 constexpr const char* kClassName = "ORXPrintEPSInterpreter";
 constexpr const char* kMarkerName = ORXPRINT_NAME_TEXT(ORX_MODULE_MARKER);
 
+// Never relative to the working folder, which may be anybody's.
 std::vector<std::filesystem::path> UsualPlaces() {
   const std::filesystem::path folder = ProgramFile().parent_path();
+  if (!folder.is_absolute()) {
+    throw NoPlugin("the system does not tell where this program lies: name the file with --plugin");
+  }
   return {(folder / ORXPRINT_MODULE_FOLDER / ORXPRINT_MODULE_NAME).lexically_normal(),
           (folder / "../lib" / ORXPRINT_MODULE_NAME).lexically_normal()};
+}
+
+std::unique_ptr<ORXPrintInterpreter> Make(ORXFactoryFunction factory, PrintInputStream& input) {
+  return std::unique_ptr<ORXPrintInterpreter>(
+      static_cast<ORXPrintInterpreter*>(factory(static_cast<void*>(&input))));
+}
+
+// Why the factory makes no interpreters, or nothing when it does.
+std::string TryFactory(ORXFactoryFunction factory) {
+  orxframework::MemoryInputStream nothing{std::string_view()};
+  try {
+    return Make(factory, nothing) ? "" : "makes no interpreter";
+  } catch (const std::exception& problem) {
+    return std::string("throws when it is to make an interpreter: ") + problem.what();
+  } catch (...) {
+    return "throws when it is to make an interpreter";
+  }
 }
 
 // Loads one file. Returns why it does not do, or nothing when it does.
@@ -26,24 +52,40 @@ std::string LoadModule(const std::filesystem::path& file) {
   const OpenedLibrary library = OpenLibrary(file);
   if (!library.handle) return library.error;
   using Marker = int (*)();
-  const auto marker = reinterpret_cast<Marker>(FindSymbol(library.handle, kMarkerName));
+  const auto marker = reinterpret_cast<Marker>(FindFunction(library.handle, kMarkerName));
   if (!marker || marker() != 1) return file.string() + ": not a module of the print framework";
-  if (!ORXFillDictionary::Find(kClassName)) {
-    return file.string() + ": registers no class " + kClassName;
-  }
-  return {};
+  const ORXFactoryFunction factory = ORXFillDictionary::Find(kClassName);
+  if (!factory) return file.string() + ": registers no class " + kClassName;
+  const std::string reason = TryFactory(factory);
+  return reason.empty() ? "" : file.string() + ": " + reason;
+}
+
+// The same as a run under control, for a module may do anything while it is loaded.
+std::string LoadModuleBy(const Deadline& deadline, const std::filesystem::path& file) {
+  struct Loading {
+    std::string reason;
+    std::atomic<bool> isOver = false;
+  };
+  const auto control = std::make_shared<RunControl>(deadline);
+  const auto loading = std::make_shared<Loading>();
+  const auto work = [loading, file] {
+    loading->reason = LoadModule(file);
+    loading->isOver = true;
+  };
+  Run(control, work, [] {});
+  if (loading->isOver) return loading->reason;
+  return file.string() + ": was not loaded; " + Describe(control->Reason().value_or(Stop::GaveUp));
 }
 
 }  // namespace
 
-Plugin::Plugin(const std::string& file) {
+Plugin::Plugin(const std::string& file, const Deadline& deadline) {
   // A name without a folder would make the loader search the system's folders.
-  const auto places = file.empty()
-                          ? UsualPlaces()
-                          : std::vector<std::filesystem::path>{std::filesystem::absolute(file)};
+  const auto places =
+      file.empty() ? UsualPlaces() : std::vector<std::filesystem::path>{AbsolutePath(file)};
   std::string tried;
   for (const std::filesystem::path& place : places) {
-    const std::string reason = LoadModule(place);
+    const std::string reason = LoadModuleBy(deadline, place);
     if (reason.empty()) {
       factory = ORXFillDictionary::Find(kClassName);
       return;
@@ -54,8 +96,12 @@ Plugin::Plugin(const std::string& file) {
 }
 
 std::unique_ptr<ORXPrintInterpreter> Plugin::MakeInterpreter(PrintInputStream& input) const {
-  return std::unique_ptr<ORXPrintInterpreter>(
-      static_cast<ORXPrintInterpreter*>(factory(static_cast<void*>(&input))));
+  try {
+    if (auto interpreter = Make(factory, input)) return interpreter;
+  } catch (...) {
+    // It has made one before: what is missing now is memory.
+  }
+  throw std::bad_alloc();
 }
 
 }  // namespace orxprint

@@ -9,6 +9,7 @@
 #include "host/ORXOMModule.h"
 #include "host/ORXPrintInterpreter.h"
 #include "host/PrintInputStream.h"
+#include "orxprint/Descriptor.h"
 
 namespace orxprint {
 
@@ -20,10 +21,10 @@ struct NoPlugin : std::runtime_error {
 class Plugin {
 public:
   // Loads the given file; with an empty name looks beside the installed program and in the build
-  // tree. Throws NoPlugin.
-  explicit Plugin(const std::string& file);
+  // tree. A module that does not come back by the deadline is left behind. Throws NoPlugin.
+  Plugin(const std::string& file, const Deadline& deadline);
 
-  // A new interpreter over a stream that must outlive it. Null when memory has run out.
+  // A new interpreter over a stream that must outlive it. Throws std::bad_alloc when there is none.
   [[nodiscard]] std::unique_ptr<ORXPrintInterpreter> MakeInterpreter(PrintInputStream& input) const;
 
 private:

@@ -12,8 +12,8 @@ namespace orxprint {
 
 namespace {
 
-// How long a run may take to notice that it is to stop.
-constexpr auto kGrace = std::chrono::milliseconds(200);
+// How long a run may take to come back after it was told to stop.
+constexpr auto kGrace = std::chrono::milliseconds(500);
 constexpr auto kLook = std::chrono::milliseconds(50);
 constexpr double kLongestSeconds = 1e9;
 
@@ -22,10 +22,27 @@ thread_local RunControl* controlOfThread = nullptr;
 
 }  // namespace
 
-Limits Limits::StartingNow(std::optional<double> seconds) {
+Deadline DeadlineIn(std::optional<double> seconds) {
   if (!seconds) return {};
   const std::chrono::duration<double> time(std::min(*seconds, kLongestSeconds));
-  return {Clock::now() + std::chrono::duration_cast<Clock::duration>(time)};
+  return Clock::now() + std::chrono::duration_cast<Clock::duration>(time);
+}
+
+bool RunControl::MayGoOn() noexcept {
+  if (state.load(std::memory_order_relaxed) == State::Left) Park();
+  if (deadline && Clock::now() >= *deadline) StopNow(Stop::TimeLimit);
+  if (ORXPrintPropertiesManager::IsLowMemory(kMemoryShare)) StopNow(Stop::MemoryLimit);
+  return state.load(std::memory_order_relaxed) == State::Running;
+}
+
+void RunControl::Require() {
+  if (!MayGoOn()) throw Stopped{*Reason()};
+}
+
+int RunControl::Refuse() noexcept {
+  inside.store(false, std::memory_order_release);
+  if (state.load(std::memory_order_relaxed) == State::Left) Park();
+  return -1;
 }
 
 void RunControl::TakeReport(const ORXUnicodeString& line) noexcept {
@@ -48,26 +65,34 @@ std::optional<Stop> RunControl::Reason() const noexcept {
 }
 
 void RunControl::Finish() {
-  const std::lock_guard lock(finishDoor);
+  const std::lock_guard lock(door);
   finished = true;
   finishSignal.notify_all();
 }
 
-void RunControl::Leave(std::thread& thread) noexcept {
-  // Holding the door, no piece of work is half done.
-  const std::lock_guard lock(door);
+bool RunControl::HasEnded(std::chrono::milliseconds patience) {
+  std::unique_lock lock(door);
+  return finishSignal.wait_for(lock, patience, [this] { return finished; });
+}
+
+// The thread has had time to see the state and to leave a piece of work that it had begun before;
+// what it has drawn is whole unless it still has not.
+void RunControl::Leave(std::thread& thread) {
   state = State::Left;
   anyRunWasLeft = true;
   LowerPriority(thread);
   thread.detach();
+  std::this_thread::sleep_for(kGrace);
+  if (inside.load(std::memory_order_acquire)) throw Stopped{*Reason()};
 }
 
-void RunControl::Park(std::unique_lock<std::mutex>& lock) noexcept {
+void RunControl::Park() noexcept {
+  std::unique_lock lock(door);
   while (true) parkingPlace.wait(lock);
 }
 
-void Run(std::shared_ptr<RunControl> control, std::function<void()> work, const Limits& limits,
-         const std::function<void(std::uint64_t calls)>& onWait) {
+void Run(std::shared_ptr<RunControl> control, std::function<void()> work,
+         const std::function<void()>& onWait) {
   std::thread thread;
   try {
     thread = std::thread([control, work = std::move(work)] {
@@ -83,19 +108,14 @@ void Run(std::shared_ptr<RunControl> control, std::function<void()> work, const 
     throw Failure(std::string("no thread to work on: ") + error.what());
   }
 
-  std::optional<Clock::time_point> patienceEnds;
-  std::unique_lock lock(control->finishDoor);
-  while (!control->finishSignal.wait_for(lock, kLook, [&] { return control->finished; })) {
-    onWait(control->Calls());
-    if (limits.deadline && Clock::now() >= *limits.deadline) control->StopNow(Stop::TimeLimit);
-    if (ORXPrintPropertiesManager::IsLowMemory(kMemoryShare)) control->StopNow(Stop::MemoryLimit);
-    if (!control->Reason()) continue;
+  Deadline patienceEnds;
+  while (!control->HasEnded(kLook)) {
+    onWait();
+    if (control->MayGoOn()) continue;
     if (!patienceEnds) patienceEnds = Clock::now() + kGrace;
     if (Clock::now() < *patienceEnds) continue;
-    control->Leave(thread);
-    return;
+    return control->Leave(thread);
   }
-  lock.unlock();
   thread.join();
 }
 
@@ -118,6 +138,8 @@ std::string Describe(Stop reason) {
       return "stopped: memory runs low";
     case Stop::OutOfMemory:
       return "stopped: out of memory";
+    case Stop::InputLimit:
+      return "stopped: more came than can be kept (4 GiB)";
     case Stop::OutputFailed:
       return "stopped: the output takes no more";
     case Stop::GaveUp:

@@ -1,13 +1,12 @@
 // The command trace: the interpreter's calls as text on standard output.
 #include <cerrno>
-#include <cstdio>
 #include <memory>
-#include <system_error>
 
 #include "drawing/TraceGenerator.h"
 #include "orxprint/Commands.h"
-#include "orxprint/InterpreterRun.h"
 #include "orxprint/Messages.h"
+#include "orxprint/Session.h"
+#include "orxprint/StandardOutput.h"
 
 namespace orxprint {
 
@@ -16,53 +15,58 @@ namespace {
 using orxdrawing::TraceGenerator;
 
 // Writes to standard output, and stops the run when that takes no more.
-class StandardOutputSink {
+class TraceSink {
 public:
-  explicit StandardOutputSink(RunControl& runControl) : control(runControl) {}
+  TraceSink(RunControl& runControl, const Deadline& deadline)
+      : control(runControl), output(deadline) {}
 
   void operator()(std::string_view text) {
-    if (error) return;
-    const bool isWritten =
-        std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-    if (isWritten) return;
-    error = errno;
-    control.StopNow(Stop::OutputFailed);
+    if (output.Write(text)) return;
+    control.StopNow(output.Error() == ETIMEDOUT ? Stop::TimeLimit : Stop::OutputFailed);
   }
-  void RequireSuccess() const {
-    if (!error) return;
-    throw Failure("cannot write standard output: " + std::generic_category().message(error));
-  }
+  void RequireSuccess() const { output.RequireSuccess(); }
 
 private:
   RunControl& control;
-  int error = 0;
+  StandardOutput output;
 };
 
-std::optional<Stop> TraceDocument(const Plugin& plugin, const Document& document,
-                                  const Limits& limits, const TraceOptions& options) {
-  const auto control = std::make_shared<RunControl>();
-  const auto output = std::make_shared<StandardOutputSink>(*control);
+std::optional<Stop> TraceDocument(const Session& session, const TraceOptions& options) {
+  const auto control = session.NewControl();
+  const auto sink = std::make_shared<TraceSink>(*control, session.End());
   const auto generator = std::make_shared<TraceGenerator>(
       options.samples ? TraceGenerator::Samples::Written : TraceGenerator::Samples::Summary,
-      [control, output](std::string_view text) { (*output)(text); });
+      [control, sink](std::string_view text) { (*sink)(text); });
   control->onReport = [&lines = *generator](const ORXUnicodeString& line) { lines.Report(line); };
   const PageSelection selection =
       options.page ? PageSelection::Only(*options.page) : PageSelection::All();
-  const std::optional<Stop> stop =
-      DrawDocument(plugin, document, selection, limits, control, generator);
+  std::optional<Stop> stop;
+  try {
+    stop = session.Draw(selection, control, generator);
+  } catch (const Failure&) {
+    generator->Flush();
+    throw;
+  }
   generator->Flush();
-  output->RequireSuccess();
+  sink->RequireSuccess();
   return stop;
+}
+
+// A page that no page comment begins is no error, but hardly what was meant.
+void WarnOfMissingPage(const Session& session, std::uint32_t page) {
+  const std::uint32_t count = session.Source().Comments().pageComments;
+  if (count == 0 || (page >= 1 && page <= count)) return;
+  Warn(session.Name(), "there is no page " + std::to_string(page) + ": the document has " +
+                           std::to_string(count) + (count == 1 ? " page" : " pages"));
 }
 
 }  // namespace
 
 Status Trace(const Plugin& plugin, const CommonOptions& common, const TraceOptions& options) {
   const auto work = [&] {
-    const Limits limits = Limits::StartingNow(common.timeLimit);
-    const Document document = OpenDocument(options.file, limits);
-    const std::optional<Stop> stop = TraceDocument(plugin, document, limits, options);
-    if (stop) throw Stopped{*stop};
+    const Session session(plugin, common, options.file);
+    if (options.page) WarnOfMissingPage(session, *options.page);
+    if (const std::optional<Stop> stop = TraceDocument(session, options)) throw Stopped{*stop};
     return Status::Done;
   };
   return Attempt(options.file, work).status;

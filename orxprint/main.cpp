@@ -2,17 +2,29 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <sstream>
+#include <string>
 #include <variant>
+#include <vector>
 
+#include "drawing/Text.h"
 #include "orxprint/CommandLine.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Messages.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
+#include "orxprint/TemporaryNames.h"
 
 namespace {
 
 using namespace orxprint;
+
+std::vector<std::string> LinesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) lines.push_back(line);
+  return lines;
+}
 
 Status RunCommand(const Plugin& plugin, const Request& request) {
   if (const auto* render = std::get_if<RenderOptions>(&request.command)) {
@@ -28,13 +40,15 @@ Status Work(const Request& request) {
   if (!request.common.units.empty()) {
     SetEnvironment("ORXPrintOpenPSToMM", request.common.units == "pt" ? "0" : "1");
   }
-  UseBinaryStandardStreams();
+  CatchEndingSignals();
   ConnectFrameworkReport(request.common.memoryLimit);
   try {
-    return RunCommand(Plugin(request.common.plugin), request);
+    return RunCommand(Plugin(request.common.plugin, DeadlineIn(request.common.timeLimit)), request);
   } catch (const NoPlugin& problem) {
     Tell("the plug-in could not be loaded; tried:");
-    std::fprintf(stderr, "%s\n", problem.what());
+    for (const std::string& line : LinesOf(problem.what())) {
+      std::fprintf(stderr, "%s\n", orxdrawing::EscapeForTerminal(line).c_str());
+    }
     return Status::NoPlugin;
   }
 }

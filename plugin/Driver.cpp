@@ -1,52 +1,19 @@
-// The passes that the framework starts: the standard dictionaries, the main loop, and the two
-// operations that run them.
+// The passes that the framework starts: the main loop with its page filter, and the two operations
+// that run it.
 
 #include <new>
 #include <utility>
 
 #include "host/ORXPrintPropertiesManager.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
-#include "plugin/PageFilter.h"
-#include "ps/Dictionaries.h"
 #include "ps/Execution.h"
-#include "ps/InputBytes.h"
-#include "ps/OperatorTable.h"
-#include "ps/Scanner.h"
+#include "ps/Operands.h"
 
 namespace orxeps {
 
 namespace {
 
 constexpr float kLowMemoryThreshold = 0.9F;
-
-// One Operator object for each operator, under its name.
-PSRef MakeSystemDict(ORXPrintEPSInterpreter& interpreter) {
-  PSRef systemdict = interpreter.heap.Make(PSObjectType::Dictionary);
-  for (const OperatorRow& row : OperatorTable) {
-    PSRef entry = interpreter.heap.Make(PSObjectType::Operator);
-    entry->literal = 0;
-    entry->nameText = interpreter.names.Intern(row.name);
-    entry->operatorRow = &row;
-    const ORXString name = entry->nameText;
-    DictInsert(interpreter.heap, *systemdict, name, std::move(entry));
-  }
-  return systemdict;
-}
-
-// What earlier passes left on the stacks stays beneath.
-void BuildStandardDictionaries(ORXPrintEPSInterpreter& interpreter) {
-  StandardDictionaries made;
-  made.systemdict = MakeSystemDict(interpreter);
-  for (PSRef* dictionary : {&made.userdict, &made.statusdict, &made.errordict, &made.globaldict}) {
-    *dictionary = interpreter.heap.Make(PSObjectType::Dictionary);
-  }
-  ObjectList& stack = interpreter.dictionaryStack;
-  stack.Reserve(2);
-  stack.Append(PSRef::Retain(made.systemdict.Get()).Leak());
-  stack.Append(PSRef::Retain(made.userdict.Get()).Leak());
-  interpreter.dictionariesAtStart = stack.Count();
-  interpreter.dictionaries = std::move(made);
-}
 
 // Asks the framework about memory on nine tokens of every ten, and reports while it is low.
 class MemoryWatch {
@@ -58,87 +25,144 @@ public:
                                          "ORXPrintCGM2Interpreter: Low Memory Error");
       if (errorAction == OnErrorAction::Stop) return true;
     }
-    if (tokenCount % 10 != 0) {
+    if (tokensOfTen != 0) {
       memoryIsLow = ORXPrintPropertiesManager::IsLowMemory(kLowMemoryThreshold) != 0;
     }
-    ++tokenCount;
+    tokensOfTen = tokensOfTen == 9 ? 0 : tokensOfTen + 1;
     return false;
   }
 
 private:
   const OnErrorAction errorAction = ORXPrintPropertiesManager::GetOnErrorAction();
   bool memoryIsLow = false;
-  std::uint64_t tokenCount = 0;
+  int tokensOfTen = 0;
 };
 
+}  // namespace
+
+void ORXPrintEPSInterpreter::CommentRead(std::string_view text) {
+  if (text == "EOF") {
+    scanner.input.SeekToEnd();
+  } else if (text.find("Page:") != std::string_view::npos) {
+    BeginPage();
+  }
+}
+
+void ORXPrintEPSInterpreter::BeginPage() {
+  pageState = PageState::Drawing;
+  if (AllPagesFlag() == 1 && pageCounter > 0 && canvas.HasGenerator()) canvas.NewPage();
+  ++pageCounter;
+}
+
+// The page filter. With one page selected everything before the first "%%Page:" comment runs, then
+// the selected page, and of each later page what follows its "showpage".
+bool ORXPrintEPSInterpreter::TakesEffect(bool isShowPage) const noexcept {
+  if (AllPagesFlag() == 1 || pageCounter == 0) return true;
+  if (SelectedPage() == 0 || pageCounter < SelectedPage()) return false;
+  if (pageCounter == SelectedPage()) return true;
+  return pageState == PageState::Shown && !isShowPage;
+}
+
+// A full stack is met without throwing: documents that overflow it go on to do so with every token.
+void ORXPrintEPSInterpreter::PushLiteral(PSRef object) {
+  if (operandStack.IsFull()) return AbandonRun(*this, "stackoverflow");
+  operandStack.Push(std::move(object));
+}
+
 // Reads one object of the input and lets it take effect.
-void InterpretNext(ORXPrintEPSInterpreter& interpreter) {
-  const std::string_view token = ReadToken(interpreter);
-  const bool isShowPage = token == "showpage";
-  if (isShowPage) interpreter.pageState = PageState::Shown;
-  if (interpreter.heap.IsFull()) {
+void ORXPrintEPSInterpreter::InterpretNext() {
+  const Token token = scanner.ReadToken();
+  const bool isShowPage = token.text == "showpage";
+  if (isShowPage) pageState = PageState::Shown;
+  if (heap.IsFull()) {
     // Nothing can run any more, so the rest is only looked through for page comments.
-    RaiseError(interpreter, "VMerror");
+    RaiseError(*this, "VMerror");
     return;
   }
-  const PSRef object =
-      token.starts_with('{') ? ReadProcedure(interpreter) : ReadObject(interpreter, token);
-  if (object && TakesEffect(interpreter, isShowPage)) ExecuteObject(interpreter, object.Get());
-}
-
-void InterpretNextWithinLimits(ORXPrintEPSInterpreter& interpreter) noexcept {
-  try {
-    InterpretNext(interpreter);
-  } catch (const LimitReached& limit) {
-    AbandonRun(interpreter, limit.error);
-  } catch (const std::bad_alloc&) {
-    AbandonRun(interpreter, "VMerror");
+  switch (token.kind) {
+    case TokenKind::Integer:
+    case TokenKind::Real:
+      if (TakesEffect(isShowPage)) PushLiteral(scanner.MakeNumber(token));
+      return;
+    case TokenKind::Word:
+      if (Scanner::IsHexadecimal(token.text)) break;
+      if (TakesEffect(isShowPage)) ExecuteName(*this, *names.Borrow(token.text));
+      return;
+    case TokenKind::Nothing:
+      if (scanner.BinaryTokenIsRuledOut()) return;
+      break;
+    default:
+      break;
+  }
+  PSRef object = token.text.starts_with('{') ? scanner.ReadProcedure() : scanner.ReadObject(token);
+  if (!object || !TakesEffect(isShowPage)) return;
+  if (object->literal) {
+    PushLiteral(std::move(object));
+  } else {
+    ExecuteObject(*this, object.Get());
   }
 }
 
-void RunMainLoop(ORXPrintEPSInterpreter& interpreter) {
+void ORXPrintEPSInterpreter::InterpretNextWithinLimits() noexcept {
+  try {
+    InterpretNext();
+  } catch (const LimitReached& limit) {
+    AbandonRun(*this, limit.error);
+  } catch (const std::bad_alloc&) {
+    AbandonRun(*this, "VMerror");
+  }
+}
+
+void ORXPrintEPSInterpreter::RunMainLoop() {
   MemoryWatch memory;
-  const std::uint64_t& bytesRead = interpreter.scanner.bytesRead;
-  std::uint64_t before = bytesRead - 1;
   // An input that says it is readable and gives nothing has come to its end as well.
-  while (InputIsReadable(interpreter) && bytesRead != before) {
-    before = bytesRead;
-    if (memory.MustStop()) return;
-    InterpretNextWithinLimits(interpreter);
+  ProgressGuard progress(scanner.input);
+  while (scanner.input.IsReadable() && progress.Moved() && !watch.IsStopped()) {
+    if (memory.MustStop()) {
+      watch.NoteEnd(ORXPassResult::LowMemory, "", scanner.input.Position());
+      return;
+    }
+    InterpretNextWithinLimits();
   }
 }
 
 // Whether the program could begin to run.
-bool RunPass(ORXPrintEPSInterpreter& interpreter) noexcept {
+bool ORXPrintEPSInterpreter::RunPass() noexcept {
   try {
-    interpreter.heap.BeginPass();
-    BuildStandardDictionaries(interpreter);
-    interpreter.inputStream->Seek(0, 0);
-    RunMainLoop(interpreter);
-    interpreter.inputStream->ClearEndOfFile();
+    heap.BeginPass();
+    BuildStandardDictionaries();
+    scanner.input.Rewind();
+    RunMainLoop();
+    watch.EndPass(scanner.input.Position());
+    scanner.input.ClearEndOfFile();
     return true;
   } catch (const LimitReached& limit) {
-    AbandonRun(interpreter, limit.error);
+    AbandonRun(*this, limit.error);
   } catch (const std::bad_alloc&) {
-    AbandonRun(interpreter, "VMerror");
+    AbandonRun(*this, "VMerror");
   }
   return false;
 }
 
 // A pass from opening the input to closing it.
-bool RunWholePass(ORXPrintEPSInterpreter& interpreter) noexcept {
-  interpreter.pageCounter = 0;
-  interpreter.stopped = false;
-  interpreter.inputStream->Open("rb");
-  const bool ran = RunPass(interpreter);
-  interpreter.inputStream->Close();
-  if (ran) interpreter.dictionaries = {};
-  if (interpreter.watcher) {
-    interpreter.watcher->PassEnded(
-        {interpreter.stopped ? ORXPassResult::Stopped : ORXPassResult::Complete});
-  }
+bool ORXPrintEPSInterpreter::RunWholePass() noexcept {
+  pageCounter = 0;
+  watch.BeginPass();
+  scanner.input.Open();
+  const bool ran = RunPass();
+  scanner.input.Close();
+  if (ran) dictionaries = {};
   return ran;
 }
+
+int ORXPrintEPSInterpreter::Generate(PrintGenerator* newGenerator) noexcept {
+  if (!newGenerator || !scanner.input.HasStream()) return 0;
+  canvas.generator = newGenerator;
+  canvas.Current().ctm = ORXMath3x3Matrix();
+  return RunWholePass() ? 1 : 0;
+}
+
+namespace {
 
 void AppendCount(ORXListValORXUnicodeString& lines, const char* text, std::int32_t count) {
   if (count <= 0) return;
@@ -149,24 +173,17 @@ void AppendCount(ORXListValORXUnicodeString& lines, const char* text, std::int32
 
 }  // namespace
 
-int ORXPrintEPSInterpreter::Generate(PrintGenerator* newGenerator) noexcept {
-  if (!newGenerator || !inputStream) return 0;
-  generator = newGenerator;
-  graphics.current.ctm = ORXMath3x3Matrix();
-  return RunWholePass(*this) ? 1 : 0;
-}
-
 int ORXPrintEPSInterpreter::CollectStatistics(ORXListValORXUnicodeString& lines) noexcept {
-  StatisticsRecord counted;
-  statistics = &counted;
-  if (inputStream) RunWholePass(*this);
-  statistics = nullptr;
+  StatisticsRecord counted{};
+  counters = counted.data();
+  if (scanner.input.HasStream()) static_cast<void>(RunWholePass());
+  counters = nullptr;
   try {
-    AppendCount(lines, "Curve count = ", counted.curves);
-    AppendCount(lines, "Line count = ", counted.lines);
-    AppendCount(lines, "Arc count = ", counted.arcs);
-    AppendCount(lines, "Image count = ", counted.images);
-    AppendCount(lines, "Closed Path count = ", counted.closedPaths);
+    AppendCount(lines, "Curve count = ", counted[kCurves]);
+    AppendCount(lines, "Line count = ", counted[kLines]);
+    AppendCount(lines, "Arc count = ", counted[kArcs]);
+    AppendCount(lines, "Image count = ", counted[kImages]);
+    AppendCount(lines, "Closed Path count = ", counted[kClosedPaths]);
   } catch (const std::bad_alloc&) {
     RaiseError(*this, "VMerror");
   }

@@ -21,24 +21,23 @@ enum class AtEnd { Rewind, LeaveThere };
 // of a CR LF pair is an empty line of its own. Tabs read as spaces.
 class LineReader {
 public:
-  LineReader(PrintInputStream& stream, AtEnd atEnd) : input(stream), whereToStop(atEnd) {
-    input.Open("rb");
-    input.Seek(0, 0);
+  LineReader(InputReader& reader, RunWatch& runWatch, AtEnd atEnd)
+      : input(reader), watch(runWatch), whereToStop(atEnd) {
+    watch.BeginPass();
+    input.Open();
+    input.Rewind();
   }
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
   ~LineReader() {
+    watch.EndPass(input.Position());
     input.ClearEndOfFile();
-    if (whereToStop == AtEnd::Rewind) input.Seek(0, 0);
+    if (whereToStop == AtEnd::Rewind) input.Rewind();
     input.Close();
   }
 
   // False at the end of the data, and when the input stands still.
-  [[nodiscard]] bool ReadLine() {
-    if (input.IsReadable() != 1) return false;
-    const bool moved = ReadBytes();
-    return moved;
-  }
+  [[nodiscard]] bool ReadLine() { return input.IsReadable() && ReadBytes(); }
   // The line read last; valid until the next.
   [[nodiscard]] std::string_view Line() const noexcept { return line; }
 
@@ -47,17 +46,18 @@ private:
   bool ReadBytes() {
     line.clear();
     char byte = 0;
-    if (input.ReadByte(&byte) < 0) return false;
+    if (!input.ReadByte(byte)) return false;
     if (byte == '\0' || byte == '\r') return true;
-    while (byte != '\n' && input.HasMoreData() != 0) {
+    while (byte != '\n' && input.HasMoreData()) {
       if (line.size() < kMaxTextBytes) line += byte == '\t' ? ' ' : byte;
-      if (input.ReadByte(&byte) < 0 && input.HasMoreData() != 0) break;
+      if (!input.ReadByte(byte) && input.HasMoreData()) break;
       if (byte == '\r') break;
     }
     return true;
   }
 
-  PrintInputStream& input;
+  InputReader& input;
+  RunWatch& watch;
   const AtEnd whereToStop;
   std::string line;
 };
@@ -142,8 +142,8 @@ void KeepLarger(float* result, float size) noexcept {
 }  // namespace
 
 int ORXPrintEPSInterpreter::GetPageCount(unsigned* count) noexcept try {
-  if (!inputStream) return 0;
-  LineReader reader(*inputStream, AtEnd::Rewind);
+  if (!scanner.input.HasStream()) return 0;
+  LineReader reader(scanner.input, watch, AtEnd::Rewind);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (!Contains(line, "%%Pages: ") || Contains(line, "(atend)")) continue;
@@ -155,11 +155,11 @@ int ORXPrintEPSInterpreter::GetPageCount(unsigned* count) noexcept try {
 }
 
 int ORXPrintEPSInterpreter::GetPageSize(float* width, float* height) noexcept try {
-  if (!inputStream) return 0;
+  if (!scanner.input.HasStream()) return 0;
   unsigned pageCount = 0;
   GetPageCount(&pageCount);
   unsigned page = 0;
-  LineReader reader(*inputStream, AtEnd::LeaveThere);
+  LineReader reader(scanner.input, watch, AtEnd::LeaveThere);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (Contains(line, "%%EOF")) break;
@@ -168,8 +168,8 @@ int ORXPrintEPSInterpreter::GetPageSize(float* width, float* height) noexcept tr
     const bool isPageBox = Contains(line, "%%PageBoundingBox: ");
     if ((!isDocumentBox && !isPageBox) || Contains(line, "(atend)")) continue;
     const UpperRight corner = ParseBox(line);
-    const float x = static_cast<float>(corner.x) * unitScale;
-    const float y = static_cast<float>(corner.y) * unitScale;
+    const float x = static_cast<float>(corner.x) * canvas.unitScale;
+    const float y = static_cast<float>(corner.y) * canvas.unitScale;
     if (AllPagesFlag() == 1) {
       if (page > pageCount) continue;
       KeepLarger(width, x);
@@ -188,8 +188,8 @@ int ORXPrintEPSInterpreter::GetPageSize(float* width, float* height) noexcept tr
 }
 
 int ORXPrintEPSInterpreter::GetPageLabel(ORXUnicodeString& label) noexcept try {
-  if (!inputStream) return 0;
-  LineReader reader(*inputStream, AtEnd::Rewind);
+  if (!scanner.input.HasStream()) return 0;
+  LineReader reader(scanner.input, watch, AtEnd::Rewind);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (!Contains(line, "%%Page:")) continue;

@@ -1,5 +1,5 @@
-// The interpreter of one document in Encapsulated PostScript: the record that every room of the
-// library works on, and the operations that the print framework calls.
+// The interpreter of one document in Encapsulated PostScript: machine, canvas, filters and scanner
+// together, the progress of the pages, and the operations that the print framework calls.
 //
 // An interpreter is built by the library's factory around the document's input, which it borrows,
 // as it borrows the generator that Generate attaches. It owns everything else that it holds, and
@@ -11,34 +11,18 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <string>
+#include <string_view>
 
-#include "graphics/GraphicsStates.h"
+#include "graphics/Canvas.h"
+#include "graphics/Counters.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "host/PrintInputStream.h"
-#include "plugin/StatisticsRecord.h"
-#include "ps/ExecutionStack.h"
-#include "ps/NameTable.h"
-#include "ps/ObjectHeap.h"
-#include "ps/ObjectList.h"
-#include "ps/OperandStack.h"
+#include "image/DecodeFilters.h"
+#include "ps/Machine.h"
+#include "ps/Scanner.h"
 
 namespace orxeps {
-
-class ASCII85DecodeFilter;
-class CCITTFaxDecodeFilter;
-class RunLengthDecodeFilter;
-
-// The dictionaries that every pass starts with; nothing between the passes.
-struct StandardDictionaries {
-  PSRef systemdict;
-  PSRef globaldict;
-  PSRef userdict;
-  PSRef errordict;
-  PSRef statusdict;
-};
 
 enum class PageState : std::int32_t {
   NoPage = -1,  // no "%%Page:" comment yet
@@ -46,24 +30,14 @@ enum class PageState : std::int32_t {
   Shown = 2,    // a "showpage" has come since
 };
 
-// What the scanner keeps between two tokens.
-struct ScannerState {
-  // Open parentheses. Carries over from pass to pass: an unterminated string leaves it above 0, a
-  // stray ")" below.
-  std::int32_t stringDepth = 0;
-  // The last token ended before a byte that begins a binary token.
-  bool stoppedAtBinaryToken = false;
-  // Bytes read so far. A loop that reads ends when this stands still: an input may fail for ever.
-  std::uint64_t bytesRead = 0;
-  std::string token;
-  std::string text;
-};
-
-class ORXPrintEPSInterpreter final : public ORXPrintInterpreter, public ORXWatchable {
+class ORXPrintEPSInterpreter final : public ORXPrintInterpreter,
+                                     public ORXWatchable,
+                                     public Machine,
+                                     private CommentListener {
 public:
   // Throws std::bad_alloc. `input` may be null: queries and passes then find nothing.
   explicit ORXPrintEPSInterpreter(PrintInputStream* input);
-  ~ORXPrintEPSInterpreter() override;
+  ~ORXPrintEPSInterpreter() override = default;
 
   // In output units, from the document's box comments; see plugin/DscQueries.cpp.
   int GetPageSize(float* width, float* height) noexcept override;
@@ -75,51 +49,35 @@ public:
   // program has begun.
   int Generate(PrintGenerator* newGenerator) noexcept override;
 
-  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
-  // Whether the watcher lets the run go on; its refusal holds until the pass ends.
-  [[nodiscard]] bool MayGoOn() noexcept {
-    if (watcher && !stopped) stopped = !watcher->MayGoOn();
-    return !stopped;
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override {
+    watch.SetWatcher(newWatcher);
   }
 
-  using ORXPrintInterpreter::AllPagesFlag;
-  using ORXPrintInterpreter::SelectedPage;
+  Canvas canvas;
+  Scanner scanner;
+  FilterSet filters;
 
-  // Releases every object that the stacks and dictionaries hold; only objects that keep each other
-  // alive in a circle remain on the heap.
-  void ReleaseObjects() noexcept;
-
-  // The heap comes first, so that it is destroyed last.
-  ObjectHeap heap;
-  NameTable names;
-
-  PrintInputStream* const inputStream;  // borrowed
-  PrintGenerator* generator = nullptr;  // borrowed
-  float unitScale;                      // from PostScript units to output units
-
-  OperandStack operandStack;
-  ObjectList dictionaryStack;  // the bottom first; the last is the current dictionary
-  ExecutionStack executionStack;
-  StandardDictionaries dictionaries;
-  std::int32_t dictionariesAtStart = 0;  // entries of the dictionary stack when the pass began
-
-  GraphicsStates graphics;
-
-  // One filter of each kind, made on first use and shared by all files of the document.
-  std::unique_ptr<ASCII85DecodeFilter> ascii85Filter;
-  std::unique_ptr<RunLengthDecodeFilter> runLengthFilter;
-  std::unique_ptr<CCITTFaxDecodeFilter> ccittFaxFilter;
-
-  ScannerState scanner;
   std::uint32_t pageCounter = 0;  // "%%Page:" comments met in this pass
   PageState pageState = PageState::NoPage;
-  StatisticsRecord* statistics = nullptr;  // attached only while a pass counts
 
-  ORXInterpreterWatcher* watcher = nullptr;  // borrowed
-  bool stopped = false;                      // the watcher ended the pass that runs
-
-  std::uint8_t errorFlag = 0;       // 1 once any error has been raised
-  const char* lastError = nullptr;  // its name, for whoever debugs; nothing in a run reads it
+private:
+  void CommentRead(std::string_view text) override;
+  void BeginPage();
+  [[nodiscard]] bool TakesEffect(bool isShowPage) const noexcept;
+  void PushLiteral(PSRef object);
+  void InterpretNext();
+  void InterpretNextWithinLimits() noexcept;
+  void RunMainLoop();
+  [[nodiscard]] bool RunPass() noexcept;
+  [[nodiscard]] bool RunWholePass() noexcept;
 };
+
+// The parts of the interpreter that handlers name in their signatures.
+inline Canvas& PartOf(ORXPrintEPSInterpreter& owner, Canvas* /*selects*/) noexcept {
+  return owner.canvas;
+}
+inline FilterSet& PartOf(ORXPrintEPSInterpreter& owner, FilterSet* /*selects*/) noexcept {
+  return owner.filters;
+}
 
 }  // namespace orxeps

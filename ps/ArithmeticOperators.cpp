@@ -6,104 +6,97 @@
 
 #include <cmath>
 
+#include "ps/LanguageOperators.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
 namespace {
 
-ResultCode PushNumber(ORXPrintEPSInterpreter& interpreter, float value, bool isReal) {
-  if (isReal) return PushReal(interpreter, value);
-  return PushInteger(interpreter, TruncateToInteger(value));
+ResultCode PushNumber(Machine& machine, float value, bool isReal) {
+  if (isReal) return PushReal(machine, value);
+  return PushInteger(machine, TruncateToInteger(value));
 }
 
 template <typename Operation>
-ResultCode Unary(ORXPrintEPSInterpreter& interpreter, Operation operation) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  const PSRef a = TakeOperand(interpreter);
-  return PushNumber(interpreter, operation(NumberOf(*a)), a->Is(PSObjectType::Real));
+ResultCode Unary(Machine& machine, Operation operation) {
+  const PSRef a = TakeOperand(machine);
+  return PushNumber(machine, operation(NumberOf(*a)), a->Is(PSObjectType::Real));
 }
 
 template <typename Operation>
-ResultCode Binary(ORXPrintEPSInterpreter& interpreter, Operation operation) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  const PSRef b = TakeOperand(interpreter);
-  const PSRef a = TakeOperand(interpreter);
+ResultCode Binary(Machine& machine, Operation operation) {
+  const PSRef b = TakeOperand(machine);
+  const PSRef a = TakeOperand(machine);
   const bool isReal = a->Is(PSObjectType::Real) || b->Is(PSObjectType::Real);
-  return PushNumber(interpreter, operation(NumberOf(*a), NumberOf(*b)), isReal);
+  return PushNumber(machine, operation(NumberOf(*a), NumberOf(*b)), isReal);
 }
 
 // Only integers count; anything else is 0.
-std::int32_t TakeInteger(ORXPrintEPSInterpreter& interpreter) noexcept {
-  const PSRef operand = TakeOperand(interpreter);
+std::int32_t TakeInteger(Machine& machine) noexcept {
+  const PSRef operand = TakeOperand(machine);
   return operand->Is(PSObjectType::Integer) ? operand->intValue : 0;
 }
 
 }  // namespace
 
 // a b add -> a+b
-ResultCode Add(ORXPrintEPSInterpreter& interpreter) {
-  return Binary(interpreter, [](float a, float b) { return a + b; });
+ResultCode Add(Machine& machine) {
+  return Binary(machine, [](float a, float b) { return a + b; });
 }
 
 // a b sub -> a-b
-ResultCode Sub(ORXPrintEPSInterpreter& interpreter) {
-  return Binary(interpreter, [](float a, float b) { return a - b; });
+ResultCode Sub(Machine& machine) {
+  return Binary(machine, [](float a, float b) { return a - b; });
 }
 
 // a b mul -> a*b
-ResultCode Mul(ORXPrintEPSInterpreter& interpreter) {
-  return Binary(interpreter, [](float a, float b) { return a * b; });
+ResultCode Mul(Machine& machine) {
+  return Binary(machine, [](float a, float b) { return a * b; });
 }
 
 // a b div -> a/b, always a Real; 0.0 when b is too close to 0
-ResultCode Div(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  const float b = TakeNumber(interpreter);
-  const float a = TakeNumber(interpreter);
+ResultCode Div(Machine& machine) {
+  const float b = TakeNumber(machine);
+  const float a = TakeNumber(machine);
   const double divisor = b;
   const bool tooSmall = divisor > -0.001 && divisor < 0.001;
-  return PushReal(interpreter, tooSmall ? 0.0F : a / b);
+  return PushReal(machine, tooSmall ? 0.0F : a / b);
 }
 
 // a b idiv -> the float quotient, truncated
-ResultCode IDiv(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  const auto b = static_cast<float>(TakeInteger(interpreter));
-  const auto a = static_cast<float>(TakeInteger(interpreter));
+ResultCode IDiv(Machine& machine) {
+  const auto b = static_cast<float>(TakeInteger(machine));
+  const auto a = static_cast<float>(TakeInteger(machine));
   // A quotient by 0 has no place among the integers.
-  return PushInteger(interpreter,
-                     b == 0.0F ? TruncateToInteger(INFINITY) : TruncateToInteger(a / b));
+  return PushInteger(machine, b == 0.0F ? TruncateToInteger(INFINITY) : TruncateToInteger(a / b));
 }
 
 // a b mod -> the remainder with the sign of a; 0 when b is 0
-ResultCode Mod(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  const std::int64_t b = TakeInteger(interpreter);
-  const std::int64_t a = TakeInteger(interpreter);
-  return PushInteger(interpreter, b == 0 ? 0 : static_cast<std::int32_t>(a % b));
+ResultCode Mod(Machine& machine) {
+  const std::int64_t b = TakeInteger(machine);
+  const std::int64_t a = TakeInteger(machine);
+  return PushInteger(machine, b == 0 ? 0 : static_cast<std::int32_t>(a % b));
 }
 
 // a abs -> |a|
-ResultCode Abs(ORXPrintEPSInterpreter& interpreter) {
-  return Unary(interpreter, [](float a) { return std::fabs(a); });
+ResultCode Abs(Machine& machine) {
+  return Unary(machine, [](float a) { return std::fabs(a); });
 }
 
 // a ceiling -> the smallest integral value not below a
-ResultCode Ceiling(ORXPrintEPSInterpreter& interpreter) {
-  return Unary(interpreter, [](float a) { return std::ceil(a); });
+ResultCode Ceiling(Machine& machine) {
+  return Unary(machine, [](float a) { return std::ceil(a); });
 }
 
 // a floor -> the largest integral value not above a
-ResultCode Floor(ORXPrintEPSInterpreter& interpreter) {
-  return Unary(interpreter, [](float a) { return std::floor(a); });
+ResultCode Floor(Machine& machine) {
+  return Unary(machine, [](float a) { return std::floor(a); });
 }
 
 // a neg -> the same object, negated in place
-ResultCode Neg(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  PSObject& a = *interpreter.operandStack.Top();
+ResultCode Neg(Machine& machine) {
+  PSObject& a = *machine.operandStack.Top();
   if (a.Is(PSObjectType::Integer)) {
     a.intValue = static_cast<std::int32_t>(0U - static_cast<std::uint32_t>(a.intValue));
   } else if (a.Is(PSObjectType::Real)) {
@@ -113,9 +106,8 @@ ResultCode Neg(ORXPrintEPSInterpreter& interpreter) {
 }
 
 // a round -> the same object, a Real rounded to an Integer in place; halves go up
-ResultCode Round(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  PSObject& a = *interpreter.operandStack.Top();
+ResultCode Round(Machine& machine) {
+  PSObject& a = *machine.operandStack.Top();
   if (!a.Is(PSObjectType::Real)) return ResultCode::Ran;
   const float below = std::floor(a.realValue);
   const float above = std::ceil(a.realValue);

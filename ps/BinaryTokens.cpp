@@ -1,4 +1,4 @@
-#include "ps/BinaryTokens.h"
+// Tokens of the PostScript language's binary encoding.
 
 #include <array>
 #include <bit>
@@ -6,8 +6,7 @@
 #include <string_view>
 
 #include "ps/CharacterClass.h"
-#include "ps/InputBytes.h"
-#include "ps/OperatorTable.h"
+#include "ps/Scanner.h"
 
 namespace orxeps {
 
@@ -27,21 +26,11 @@ enum BinaryTokenType : unsigned char {
   kSystemName = 146,
 };
 
-// Reads exactly `count` bytes; false when the input fails or ends before.
-bool ReadBytes(ORXPrintEPSInterpreter& interpreter, unsigned char* bytes, int count) {
-  int countRead = 0;
-  if (interpreter.inputStream->Read(bytes, count, &countRead) < 0 || countRead != count) {
-    return false;
-  }
-  interpreter.scanner.bytesRead += static_cast<std::uint64_t>(count);
-  return true;
-}
-
 // An unsigned number of `Size` bytes.
 template <int Size>
-bool ReadNumber(ORXPrintEPSInterpreter& interpreter, std::endian order, std::uint32_t& number) {
+bool ReadNumber(InputReader& input, std::endian order, std::uint32_t& number) {
   std::array<unsigned char, Size> bytes{};
-  if (!ReadBytes(interpreter, bytes.data(), Size)) return false;
+  if (!input.ReadBytes(bytes.data(), Size)) return false;
   number = 0;
   for (int i = 0; i < Size; ++i) {
     const auto place = static_cast<std::size_t>(order == std::endian::big ? i : Size - 1 - i);
@@ -51,87 +40,84 @@ bool ReadNumber(ORXPrintEPSInterpreter& interpreter, std::endian order, std::uin
 }
 
 template <int Size>
-PSRef ReadInteger(ORXPrintEPSInterpreter& interpreter, std::endian order) {
+PSRef ReadInteger(InputReader& input, ObjectHeap& heap, std::endian order) {
   std::uint32_t number = 0;
-  if (!ReadNumber<Size>(interpreter, order, number)) return {};
+  if (!ReadNumber<Size>(input, order, number)) return {};
   constexpr int kUnusedBits = 32 - 8 * Size;
-  PSRef integer = interpreter.heap.Make(PSObjectType::Integer);
+  PSRef integer = heap.Make(PSObjectType::Integer);
   // Shifting up and back extends the sign.
   integer->intValue = static_cast<std::int32_t>(number << kUnusedBits) >> kUnusedBits;
   return integer;
 }
 
-PSRef ReadReal(ORXPrintEPSInterpreter& interpreter, std::endian order) {
+PSRef ReadReal(InputReader& input, ObjectHeap& heap, std::endian order) {
   std::uint32_t bits = 0;
-  if (!ReadNumber<4>(interpreter, order, bits)) return {};
-  PSRef real = interpreter.heap.Make(PSObjectType::Real);
+  if (!ReadNumber<4>(input, order, bits)) return {};
+  PSRef real = heap.Make(PSObjectType::Real);
   real->realValue = std::bit_cast<float>(bits);
   return real;
 }
 
-PSRef ReadBoolean(ORXPrintEPSInterpreter& interpreter) {
+PSRef ReadBoolean(InputReader& input, ObjectHeap& heap) {
   char byte = 0;
-  if (!ReadInputByte(interpreter, byte)) return {};
-  PSRef boolean = interpreter.heap.Make(PSObjectType::Boolean);
+  if (!input.ReadByte(byte)) return {};
+  PSRef boolean = heap.Make(PSObjectType::Boolean);
   boolean->boolValue = static_cast<std::uint8_t>(byte);
   return boolean;
 }
 
-PSRef ReadShortString(ORXPrintEPSInterpreter& interpreter) {
+PSRef ReadShortString(InputReader& input, ObjectHeap& heap) {
   char length = 0;
-  if (!ReadInputByte(interpreter, length)) return {};
+  if (!input.ReadByte(length)) return {};
   std::array<unsigned char, 255> bytes;
-  const int count = static_cast<unsigned char>(length);
-  if (count > 0 && !ReadBytes(interpreter, bytes.data(), count)) return {};
-  PSRef string = interpreter.heap.Make(PSObjectType::String);
-  string->stringText = ORXString(std::string_view(reinterpret_cast<const char*>(bytes.data()),
-                                                  static_cast<std::size_t>(count)));
-  interpreter.heap.UpdateCharge(*string);
+  const auto count = static_cast<std::size_t>(static_cast<unsigned char>(length));
+  if (!input.ReadBytes(bytes.data(), count)) return {};
+  PSRef string = heap.Make(PSObjectType::String);
+  if (count == 0) return string;
+  string->OwnParts().stringText =
+      ORXString(std::string_view(reinterpret_cast<const char*>(bytes.data()), count));
+  heap.UpdateCharge(*string);
   return string;
-}
-
-PSRef ReadSystemName(ORXPrintEPSInterpreter& interpreter) {
-  char index = 0;
-  if (!ReadInputByte(interpreter, index)) return {};
-  const OperatorRow* row = FindSystemName(static_cast<unsigned char>(index));
-  if (!row) return {};
-  PSRef name = interpreter.heap.Make(PSObjectType::Name);
-  name->nameText = interpreter.names.Intern(row->name);
-  name->literal = 0;
-  return name;
 }
 
 }  // namespace
 
-PSRef ReadBinaryToken(ORXPrintEPSInterpreter& interpreter) {
-  if (!interpreter.inputStream) return {};
+PSRef Scanner::ReadBinaryToken() {
+  if (!input.HasStream()) return {};
   char first = 0;
-  if (!ReadInputByte(interpreter, first)) return {};
-  if (!ClassOf(first).beginsBinary) {
-    interpreter.inputStream->UnreadByte(first);
-    return {};
-  }
-  switch (static_cast<unsigned char>(first)) {
+  if (!input.ReadByte(first)) return {};
+  if (Is(first, kBeginsBinary)) return ReadSupportedBinaryToken(static_cast<unsigned char>(first));
+  input.UnreadByte(first);
+  return {};
+}
+
+PSRef Scanner::ReadSupportedBinaryToken(unsigned char type) {
+  ObjectHeap& heap = machine.heap;
+  switch (type) {
     case kInteger32HighFirst:
-      return ReadInteger<4>(interpreter, std::endian::big);
+      return ReadInteger<4>(input, heap, std::endian::big);
     case kInteger32LowFirst:
-      return ReadInteger<4>(interpreter, std::endian::little);
+      return ReadInteger<4>(input, heap, std::endian::little);
     case kInteger16HighFirst:
-      return ReadInteger<2>(interpreter, std::endian::big);
+      return ReadInteger<2>(input, heap, std::endian::big);
     case kInteger16LowFirst:
-      return ReadInteger<2>(interpreter, std::endian::little);
+      return ReadInteger<2>(input, heap, std::endian::little);
     case kInteger8:
-      return ReadInteger<1>(interpreter, std::endian::big);
+      return ReadInteger<1>(input, heap, std::endian::big);
     case kRealHighFirst:
-      return ReadReal(interpreter, std::endian::big);
+      return ReadReal(input, heap, std::endian::big);
     case kRealLowFirst:
-      return ReadReal(interpreter, std::endian::little);
+      return ReadReal(input, heap, std::endian::little);
     case kBoolean:
-      return ReadBoolean(interpreter);
+      return ReadBoolean(input, heap);
     case kShortString:
-      return ReadShortString(interpreter);
-    case kSystemName:
-      return ReadSystemName(interpreter);
+      return ReadShortString(input, heap);
+    case kSystemName: {
+      char index = 0;
+      if (!input.ReadByte(index)) return {};
+      const OperatorRow* row = machine.operators.WithSystemName(static_cast<unsigned char>(index));
+      return row ? MakeName(row->name, false) : PSRef();
+    }
     default:
       return {};
   }

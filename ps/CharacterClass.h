@@ -7,43 +7,51 @@
 
 namespace orxeps {
 
-enum class ByteKind : std::uint8_t { Other, Regular, Delimiter, WhiteSpace };
-
-struct ByteClass {
-  ByteKind kind = ByteKind::Other;
-  bool isNumeric = false;     // may be part of a number: a digit or one of + - . E e
-  bool namesComment = false;  // kept of a comment: what regular bytes are, but digits and dots
-  bool beginsBinary = false;  // 128 to 159 begin a token of the binary encoding
+// Traits of a byte, as bits.
+enum ByteTrait : std::uint8_t {
+  kRegular = 1,        // may be part of a name or a number
+  kDelimiter = 2,      // a token of its own
+  kWhiteSpace = 4,     //
+  kNumeric = 8,        // may be part of a number: a digit or one of + - . E e
+  kNamesComment = 16,  // kept of a comment: what regular bytes are, but digits and dots
+  kBlank = 64,         // skipped outside of strings: white space but the newline, bytes of no class
+  kBeginsBinary = 32,  // 128 to 159 begin a token of the binary encoding
 };
 
 namespace detail {
 
-constexpr std::array<ByteClass, 256> MakeByteClasses() {
-  std::array<ByteClass, 256> classes{};
-  const auto at = [&classes](char c) -> ByteClass& {
-    return classes[static_cast<unsigned char>(c)];
+constexpr std::array<std::uint8_t, 256> MakeByteTraits() {
+  std::array<std::uint8_t, 256> traits{};
+  const auto add = [&traits](std::string_view bytes, unsigned trait) {
+    for (const char c : bytes) {
+      auto& entry = traits[static_cast<unsigned char>(c)];
+      entry = static_cast<std::uint8_t>(entry | trait);
+    }
   };
-  for (char c = 'a'; c <= 'z'; ++c) at(c) = {ByteKind::Regular, false, true, false};
-  for (char c = 'A'; c <= 'Z'; ++c) at(c) = {ByteKind::Regular, false, true, false};
-  for (const char c : std::string_view("!#$&*+,-:;=?^_~@`")) {
-    at(c) = {ByteKind::Regular, false, true, false};
+  add("abcdefghijklmnopqrstuvwxyz", kRegular | kNamesComment);
+  add("ABCDEFGHIJKLMNOPQRSTUVWXYZ", kRegular | kNamesComment);
+  add("!#$&*+,-:;=?^_~@`", kRegular | kNamesComment);
+  add("0123456789.", kRegular | kNumeric);
+  add("+-Ee", kNumeric);
+  add("%()/<>[\\]{}", kDelimiter);
+  add(" \t\n\v\f\r", kWhiteSpace);
+  for (std::size_t byte = 128; byte <= 159; ++byte) traits[byte] = kBeginsBinary;
+  for (std::uint8_t& entry : traits) {
+    if (entry == 0 || entry == kWhiteSpace) entry = static_cast<std::uint8_t>(entry | kBlank);
   }
-  for (const char c : std::string_view("0123456789."))
-    at(c) = {ByteKind::Regular, true, false, false};
-  for (const char c : std::string_view("+-Ee")) at(c).isNumeric = true;
-  for (const char c : std::string_view("%()/<>[\\]{}")) at(c).kind = ByteKind::Delimiter;
-  for (const char c : std::string_view(" \t\n\v\f\r")) at(c).kind = ByteKind::WhiteSpace;
-  for (int byte = 128; byte <= 159; ++byte)
-    classes[static_cast<std::size_t>(byte)].beginsBinary = true;
-  return classes;
+  traits['\n'] = kWhiteSpace;
+  return traits;
 }
 
-inline constexpr std::array<ByteClass, 256> kByteClasses = MakeByteClasses();
+inline constexpr std::array<std::uint8_t, 256> kByteTraits = MakeByteTraits();
 
 }  // namespace detail
 
-[[nodiscard]] constexpr const ByteClass& ClassOf(char byte) noexcept {
-  return detail::kByteClasses[static_cast<unsigned char>(byte)];
+[[nodiscard]] constexpr std::uint8_t TraitsOf(char byte) noexcept {
+  return detail::kByteTraits[static_cast<unsigned char>(byte)];
+}
+[[nodiscard]] constexpr bool Is(char byte, ByteTrait trait) noexcept {
+  return (TraitsOf(byte) & trait) != 0;
 }
 
 }  // namespace orxeps

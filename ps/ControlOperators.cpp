@@ -2,64 +2,58 @@
 // operator goes on with what it started.
 
 #include "ps/Execution.h"
+#include "ps/LanguageOperators.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
 // any exec -> whatever it does
-ResultCode Exec(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  PSRef object = TakeOperand(interpreter);
+ResultCode Exec(Machine& machine) {
+  PSRef object = TakeOperand(machine);
   if (object->Is(PSObjectType::Procedure)) {
-    interpreter.executionStack.RunProcedure(std::move(object));
+    machine.executionStack.RunProcedure(std::move(object));
   } else {
-    interpreter.executionStack.RunObject(std::move(object));
+    machine.executionStack.RunObject(std::move(object));
   }
   return ResultCode::Ran;
 }
 
 namespace {
 
-PSRef TakeOfType(ORXPrintEPSInterpreter& interpreter, PSObjectType type) noexcept {
-  if (interpreter.operandStack.Top()->Is(type)) return TakeOperand(interpreter);
-  RaiseError(interpreter, "typecheck");
+PSRef TakeOfType(Machine& machine, PSObjectType type) noexcept {
+  if (machine.operandStack.Top()->Is(type)) return TakeOperand(machine);
+  RaiseError(machine, "typecheck");
   return {};
 }
 
 // What "if" and "ifelse" do once the second procedure is off the stack. An operand of the wrong
 // type stays; what was taken before it is gone.
-ResultCode Choose(ORXPrintEPSInterpreter& interpreter, PSRef otherwise) {
-  PSRef then = TakeOfType(interpreter, PSObjectType::Procedure);
+ResultCode Choose(Machine& machine, PSRef otherwise) {
+  PSRef then = TakeOfType(machine, PSObjectType::Procedure);
   if (!then) return ResultCode::Ran;
-  const PSRef condition = TakeOfType(interpreter, PSObjectType::Boolean);
+  const PSRef condition = TakeOfType(machine, PSObjectType::Boolean);
   if (!condition) return ResultCode::Ran;
   PSRef& chosen = condition->boolValue ? then : otherwise;
-  if (chosen) interpreter.executionStack.RunProcedure(std::move(chosen));
+  if (chosen) machine.executionStack.RunProcedure(std::move(chosen));
   return ResultCode::Ran;
 }
 
 }  // namespace
 
 // bool proc1 proc2 ifelse -> whatever the chosen procedure does
-ResultCode IfElse(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 3)) return StackUnderflow(interpreter);
-  PSRef otherwise = TakeOfType(interpreter, PSObjectType::Procedure);
+ResultCode IfElse(Machine& machine) {
+  PSRef otherwise = TakeOfType(machine, PSObjectType::Procedure);
   if (!otherwise) return ResultCode::Ran;
-  return Choose(interpreter, std::move(otherwise));
+  return Choose(machine, std::move(otherwise));
 }
 
 // bool proc if -> whatever the procedure does
-ResultCode If(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  return Choose(interpreter, {});
-}
+ResultCode If(Machine& machine) { return Choose(machine, {}); }
 
 // proc bind -> the same procedure, its operator names replaced
-ResultCode Bind(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  PSObject* procedure = interpreter.operandStack.Top();
-  if (procedure->Is(PSObjectType::Procedure)) BindProcedure(interpreter, *procedure);
+ResultCode Bind(Machine& machine) {
+  PSObject* procedure = machine.operandStack.Top();
+  if (procedure->Is(PSObjectType::Procedure)) BindProcedure(machine, *procedure);
   return ResultCode::Ran;
 }
 

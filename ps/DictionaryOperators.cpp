@@ -2,129 +2,123 @@
 
 #include "ps/Dictionaries.h"
 #include "ps/Execution.h"
+#include "ps/LanguageOperators.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
 // any dict -> a new dictionary; the operand is not looked at
-ResultCode Dict(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  interpreter.operandStack.Drop(1);
-  return PushResult(interpreter, interpreter.heap.Make(PSObjectType::Dictionary));
+ResultCode Dict(Machine& machine) {
+  machine.operandStack.Drop(1);
+  return PushResult(machine, machine.heap.Make(PSObjectType::Dictionary));
 }
 
 // mark key1 value1 ... keyn valuen >> -> dictionary. A key that is no name is the empty text; of a
 // key given twice the pair written last wins.
-ResultCode EndDictionary(ORXPrintEPSInterpreter& interpreter) {
-  OperandStack& stack = interpreter.operandStack;
-  const std::int32_t count = CountAboveMark(interpreter);
-  if (count % 2 != 0) return RaiseError(interpreter, "rangecheck");
-  PSRef dictionary = interpreter.heap.Make(PSObjectType::Dictionary);
+ResultCode EndDictionary(Machine& machine) {
+  OperandStack& stack = machine.operandStack;
+  const std::int32_t count = CountAboveMark(machine);
+  if (count % 2 != 0) return RaiseError(machine, "rangecheck");
+  PSRef dictionary = machine.heap.Make(PSObjectType::Dictionary);
   for (std::int32_t depth = count - 1; depth > 0; depth -= 2) {
-    DictInsert(interpreter.heap, *dictionary, stack.Below(depth)->nameText,
+    DictInsert(machine.heap, *dictionary, stack.Below(depth)->nameText,
                PSRef::Retain(stack.Below(depth - 1)));
   }
   stack.Drop(count + 1);
-  return PushResult(interpreter, std::move(dictionary));
+  return PushResult(machine, std::move(dictionary));
 }
 
 // dictionary begin ->
-ResultCode Begin(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  if (!interpreter.operandStack.Top()->Is(PSObjectType::Dictionary)) {
-    return RaiseError(interpreter, "typecheck");
+ResultCode Begin(Machine& machine) {
+  if (!machine.operandStack.Top()->Is(PSObjectType::Dictionary)) {
+    return RaiseError(machine, "typecheck");
   }
-  ObjectList& stack = interpreter.dictionaryStack;
-  if (stack.Count() - interpreter.dictionariesAtStart >= kMaxOpenDictionaries) {
-    return RaiseError(interpreter, "dictstackoverflow");
+  ObjectList& stack = machine.dictionaryStack;
+  if (stack.Count() - machine.dictionariesAtStart >= kMaxOpenDictionaries) {
+    return RaiseError(machine, "dictstackoverflow");
   }
   stack.Reserve(1);
-  stack.Append(TakeOperand(interpreter).Leak());
+  machine.OpenDictionary(TakeOperand(machine));
   return ResultCode::Ran;
 }
 
 // end ->
-ResultCode End(ORXPrintEPSInterpreter& interpreter) {
-  ObjectList& stack = interpreter.dictionaryStack;
-  if (stack.Count() <= 2) return RaiseError(interpreter, "dictstackunderflow");
-  const PSRef ended = PSRef::Adopt(stack.Last());
-  stack.RemoveLast();
+ResultCode End(Machine& machine) {
+  if (machine.dictionaryStack.Count() <= 2) return RaiseError(machine, "dictstackunderflow");
+  static_cast<void>(machine.CloseDictionary());
   return ResultCode::Ran;
 }
 
 // key value def ->
-ResultCode Def(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  PSRef value = TakeOperand(interpreter);
-  const PSRef key = TakeOperand(interpreter);
-  if (!key->Is(PSObjectType::Name)) return RaiseError(interpreter, "typecheck");
-  PSObject* current = interpreter.dictionaryStack.Last();
+ResultCode Def(Machine& machine) {
+  PSRef value = TakeOperand(machine);
+  const PSRef key = TakeOperand(machine);
+  if (!key->Is(PSObjectType::Name)) return RaiseError(machine, "typecheck");
+  PSObject* current = machine.dictionaryStack.Last();
   if (!current) return ResultCode::Failed;
-  DictInsert(interpreter.heap, *current, key->nameText, std::move(value));
+  DictInsert(machine.heap, *current, key->nameText, std::move(value));
   return ResultCode::Ran;
 }
 
 // key load -> value; an unknown key stays
-ResultCode Load(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) return StackUnderflow(interpreter);
-  PSRef key = TakeOperand(interpreter);
-  if (!key->Is(PSObjectType::Name)) return RaiseError(interpreter, "typecheck");
-  if (PSObject* value = LookupName(interpreter, key->nameText).value) {
-    return PushShared(interpreter, value);
+ResultCode Load(Machine& machine) {
+  PSRef key = TakeOperand(machine);
+  if (!key->Is(PSObjectType::Name)) return RaiseError(machine, "typecheck");
+  if (PSObject* value = LookupName(machine, key->nameText).value) {
+    return PushShared(machine, value);
   }
-  interpreter.operandStack.Push(std::move(key));
-  return RaiseError(interpreter, "undefined");
+  machine.operandStack.Push(std::move(key));
+  return RaiseError(machine, "undefined");
 }
 
 // key where -> dictionary true, or false
-ResultCode Where(ORXPrintEPSInterpreter& interpreter) {
-  if (!HasOperands(interpreter, 1)) {
-    StackUnderflow(interpreter);
+ResultCode Where(Machine& machine) {
+  if (!HasOperands(machine, 1)) {
+    StackUnderflow(machine);
     return ResultCode::Ran;
   }
-  const PSRef key = TakeOperand(interpreter);
+  const PSRef key = TakeOperand(machine);
   if (!key->Is(PSObjectType::Name)) {
-    RaiseError(interpreter, "typecheck");
+    RaiseError(machine, "typecheck");
     return ResultCode::Ran;
   }
-  const NameLookup found = LookupName(interpreter, key->nameText);
-  if (found.value) PushShared(interpreter, found.dictionary);
-  return PushBoolean(interpreter, found.value != nullptr);
+  const NameLookup found = LookupName(machine, key->nameText);
+  if (found.value) PushShared(machine, found.dictionary);
+  return PushBoolean(machine, found.value != nullptr);
 }
 
 namespace {
 
-ResultCode PushDictionary(ORXPrintEPSInterpreter& interpreter, PSObject* dictionary) {
-  return dictionary ? PushShared(interpreter, dictionary) : ResultCode::Ran;
+ResultCode PushDictionary(Machine& machine, PSObject* dictionary) {
+  return dictionary ? PushShared(machine, dictionary) : ResultCode::Ran;
 }
 
 }  // namespace
 
 // -> the dictionary that "def" writes into
-ResultCode CurrentDict(ORXPrintEPSInterpreter& interpreter) {
-  return PushDictionary(interpreter, interpreter.dictionaryStack.Last());
+ResultCode CurrentDict(Machine& machine) {
+  return PushDictionary(machine, machine.dictionaryStack.Last());
 }
 
 // -> the dictionary of that name, here and below
-ResultCode SystemDict(ORXPrintEPSInterpreter& interpreter) {
-  return PushDictionary(interpreter, interpreter.dictionaries.systemdict.Get());
+ResultCode SystemDict(Machine& machine) {
+  return PushDictionary(machine, machine.dictionaries.systemdict.Get());
 }
 
-ResultCode UserDict(ORXPrintEPSInterpreter& interpreter) {
-  return PushDictionary(interpreter, interpreter.dictionaries.userdict.Get());
+ResultCode UserDict(Machine& machine) {
+  return PushDictionary(machine, machine.dictionaries.userdict.Get());
 }
 
-ResultCode GlobalDict(ORXPrintEPSInterpreter& interpreter) {
-  return PushDictionary(interpreter, interpreter.dictionaries.globaldict.Get());
+ResultCode GlobalDict(Machine& machine) {
+  return PushDictionary(machine, machine.dictionaries.globaldict.Get());
 }
 
-ResultCode ErrorDict(ORXPrintEPSInterpreter& interpreter) {
-  return PushDictionary(interpreter, interpreter.dictionaries.errordict.Get());
+ResultCode ErrorDict(Machine& machine) {
+  return PushDictionary(machine, machine.dictionaries.errordict.Get());
 }
 
-ResultCode StatusDict(ORXPrintEPSInterpreter& interpreter) {
-  return PushDictionary(interpreter, interpreter.dictionaries.statusdict.Get());
+ResultCode StatusDict(Machine& machine) {
+  return PushDictionary(machine, machine.dictionaries.statusdict.Get());
 }
 
 }  // namespace orxeps::operators

@@ -11,92 +11,120 @@ namespace orxeps {
 namespace {
 
 // From here on nothing of the operator's object is read: the operator may release or overwrite it.
-ResultCode RunOperator(ORXPrintEPSInterpreter& interpreter, const OperatorRow& row) {
-  const ResultCode result = row.handler(interpreter);
-  if (row.counter && interpreter.statistics) {
-    std::int32_t& count = interpreter.statistics->*row.counter;
+inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
+  const ResultCode result = machine.operandStack.Count() < row.operands
+                                ? RaiseError(machine, "stackunderflow")
+                                : row.run(machine);
+  if (machine.counters && row.counter != kNotCounted) {
+    std::int32_t& count = machine.counters[row.counter];
     if (count < std::numeric_limits<std::int32_t>::max()) ++count;
   }
   return result;
 }
 
-// Does what executing one object does at once; a procedure only begins to run.
-void BeginExecution(ORXPrintEPSInterpreter& interpreter, PSObject* object) {
-  for (int hops = 0; !object->literal; ++hops) {
-    if (object->Is(PSObjectType::Operator)) {
-      if (object->operatorRow) RunOperator(interpreter, *object->operatorRow);
-      return;
-    }
-    if (object->Is(PSObjectType::Procedure)) {
-      return interpreter.executionStack.RunProcedure(PSRef::Retain(object));
-    }
-    if (!object->Is(PSObjectType::Name)) break;
-    object = LookupName(interpreter, object->nameText).value;
-    if (!object) return;
-    if (object->Is(PSObjectType::Procedure)) {
-      return interpreter.executionStack.RunProcedure(PSRef::Retain(object));
-    }
-    if (hops == kMaxNameResolutions) {
-      RaiseError(interpreter, "limitcheck");
-      return;
-    }
-  }
-  PushShared(interpreter, object);
-}
-
-// Goes on with what runs until only `depth` frames are left.
-void RunDownTo(ORXPrintEPSInterpreter& interpreter, std::size_t depth) {
-  for (std::uint32_t step = 1; interpreter.executionStack.Depth() > depth; ++step) {
-    if (step % 4096 == 0 && !interpreter.MayGoOn()) return interpreter.executionStack.Abandon();
-    if (PSObject* next = interpreter.executionStack.Advance()) BeginExecution(interpreter, next);
-  }
-}
-
-}  // namespace
-
-NameLookup LookupName(const ORXPrintEPSInterpreter& interpreter, const ORXString& name) noexcept {
-  const ObjectList& stack = interpreter.dictionaryStack;
+NameLookup SearchDictionaries(const ObjectList& stack, const ORXString& name) noexcept {
   for (std::int32_t i = stack.Count(); i >= 1; --i) {
     PSObject* dictionary = stack.At(i);
     if (!dictionary->Is(PSObjectType::Dictionary)) continue;
-    if (void* value = dictionary->dictEntries.Locate(name)) {
-      return {static_cast<PSObject*>(value), dictionary};
+    if (PSObject* value = DictLocate(dictionary->Parts().dictEntries, name)) {
+      return {value, dictionary};
     }
   }
   return {};
 }
 
-void ExecuteObject(ORXPrintEPSInterpreter& interpreter, PSObject* object) {
-  if (!object) return;
-  const std::size_t depth = interpreter.executionStack.Depth();
-  BeginExecution(interpreter, object);
-  RunDownTo(interpreter, depth);
+inline const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
+  if (name.generation != machine.heap.Generation()) {
+    name.found = SearchDictionaries(machine.dictionaryStack, name.text);
+    name.generation = machine.heap.Generation();
+  }
+  return name.found;
 }
 
-ResultCode DispatchOperator(ORXPrintEPSInterpreter& interpreter, const ORXString& name) {
-  const OperatorRow* row = FindOperator(name.View());
-  if (!row) return ResultCode::UnknownOperator;
-  const std::size_t depth = interpreter.executionStack.Depth();
-  const ResultCode result = RunOperator(interpreter, *row);
-  RunDownTo(interpreter, depth);
+}  // namespace
+
+NameLookup LookupName(Machine& machine, const NameText& name) noexcept {
+  return LookupName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
+}
+
+namespace {
+
+// Does what executing one object does at once; a procedure only begins to run. Null is the value of
+// a name that is defined nowhere.
+inline void BeginExecution(Machine& machine, PSObject* object) {
+  while (object && !object->literal) {
+    if (object->Is(PSObjectType::Operator)) {
+      if (const OperatorRow* row = object->nameText.Row()) RunOperator(machine, *row);
+      return;
+    }
+    if (object->Is(PSObjectType::Procedure)) {
+      return machine.executionStack.RunProcedure(PSRef::Retain(object));
+    }
+    if (!object->Is(PSObjectType::Name)) break;
+    object = LookupName(machine, object->nameText).value;
+    if (object && object->Is(PSObjectType::Procedure)) {
+      return machine.executionStack.RunProcedure(PSRef::Retain(object));
+    }
+  }
+  if (object) PushShared(machine, object);
+}
+
+// Goes on with what runs until only `depth` frames are left.
+void RunDownTo(Machine& machine, std::size_t depth) {
+  while (machine.executionStack.Depth() > depth) {
+    if (!machine.watch.MayTakeStep()) return machine.executionStack.Abandon();
+    while (PSObject* next = machine.executionStack.Advance()) {
+      BeginExecution(machine, next);
+      if (!machine.watch.MayTakeStep()) return machine.executionStack.Abandon();
+    }
+  }
+}
+
+}  // namespace
+
+void ExecuteObject(Machine& machine, PSObject* object) {
+  const std::size_t depth = machine.executionStack.Depth();
+  BeginExecution(machine, object);
+  RunDownTo(machine, depth);
+}
+
+void ExecuteName(Machine& machine, Name& name) {
+  PSObject* value = LookupName(machine, name).value;
+  if (!value) return;
+  const std::size_t depth = machine.executionStack.Depth();
+  if (value->Is(PSObjectType::Procedure)) {
+    machine.executionStack.RunProcedure(PSRef::Retain(value));
+  } else {
+    BeginExecution(machine, value);
+  }
+  RunDownTo(machine, depth);
+}
+
+ResultCode DispatchOperator(Machine& machine, std::string_view name) {
+  const NameText text = machine.names.Intern(name);
+  if (!text.Row()) return ResultCode::UnknownOperator;
+  const std::size_t depth = machine.executionStack.Depth();
+  const ResultCode result = RunOperator(machine, *text.Row());
+  RunDownTo(machine, depth);
   return result;
 }
 
-void BindProcedure(ORXPrintEPSInterpreter& interpreter, PSObject& procedure) {
+void BindProcedure(Machine& machine, PSObject& procedure) {
   std::vector<PSObject*> unbound{&procedure};
   while (!unbound.empty()) {
-    ObjectList& elements = unbound.back()->procElements;
+    const ObjectList& elements = unbound.back()->Parts().procElements;
+    ObjectList* own = elements.IsEmpty() ? nullptr : &unbound.back()->OwnParts().procElements;
     unbound.pop_back();
     for (std::int32_t i = 1; i <= elements.Count(); ++i) {
+      if (!machine.watch.MayTakeStep()) return;
       PSObject* element = elements.At(i);
       if (element->Is(PSObjectType::Procedure)) {
         unbound.push_back(element);
         continue;
       }
-      PSObject* value = LookupName(interpreter, element->nameText).value;
+      PSObject* value = LookupName(machine, element->nameText).value;
       if (!value || !value->Is(PSObjectType::Operator)) continue;
-      elements.SetAt(i, PSRef::Retain(value).Leak());
-      element->Release();
+      static_cast<void>(own->Replace(i, PSRef::Retain(value)));
     }
   }
 }

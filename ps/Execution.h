@@ -2,33 +2,29 @@
 // everything else is pushed.
 #pragma once
 
-#include "host/ORXString.h"
-#include "plugin/ORXPrintEPSInterpreter.h"
+#include <string_view>
+
 #include "ps/Errors.h"
-#include "ps/OperatorTable.h"
+#include "ps/Machine.h"
 
 namespace orxeps {
 
-// Where a name was found; both borrowed, both null when it was not.
-struct NameLookup {
-  PSObject* value = nullptr;
-  PSObject* dictionary = nullptr;
-};
-
-// Searches the dictionary stack from the top down.
-[[nodiscard]] NameLookup LookupName(const ORXPrintEPSInterpreter& interpreter,
-                                    const ORXString& name) noexcept;
+// Searches the dictionary stack from the top down, or remembers the last search.
+[[nodiscard]] NameLookup LookupName(Machine& machine, const NameText& name) noexcept;
 
 // Executes an object, which may be null and stays the caller's, and everything that this starts. A
 // name that no dictionary has does nothing. Throws LimitReached when a ceiling is met; whoever
 // catches it abandons the execution stack.
-void ExecuteObject(ORXPrintEPSInterpreter& interpreter, PSObject* object);
+void ExecuteObject(Machine& machine, PSObject* object);
+
+// Executes an executable name as ExecuteObject does, without an object that bears it.
+void ExecuteName(Machine& machine, Name& name);
 
 // Runs the operator of this name and everything that it starts; UnknownOperator when there is none.
-ResultCode DispatchOperator(ORXPrintEPSInterpreter& interpreter, const ORXString& name);
+ResultCode DispatchOperator(Machine& machine, std::string_view name);
 
 // Replaces, in a procedure and in every procedure nested in it, each element whose name stands for
 // an operator by that operator's object.
-void BindProcedure(ORXPrintEPSInterpreter& interpreter, PSObject& procedure);
+void BindProcedure(Machine& machine, PSObject& procedure);
 
 }  // namespace orxeps

@@ -22,24 +22,21 @@ public:
   // Starts running the elements of a procedure, as many as it has now. Throws LimitReached
   // (execstackoverflow).
   void RunProcedure(PSRef procedure) {
-    const std::int32_t count = procedure->procElements.Count();
-    Add({std::move(procedure), 0, count});
+    const ObjectList& elements = procedure->Parts().procElements;
+    Add({std::move(procedure), &elements, 0, elements.Count()});
   }
   // Starts executing a single object.
-  void RunObject(PSRef object) { Add({std::move(object), kSingleObject, 0}); }
+  void RunObject(PSRef object) { Add({std::move(object), nullptr, 0, kSingleObject}); }
 
   // Moves on in the topmost frame. Returns the next object to execute, borrowed; null when the
-  // frame came to its end and is gone. A procedure may change while it runs: elements that are not
-  // there any more are passed over.
-  // REQUIRES: Depth() > 0.
+  // frame came to its end and is gone. REQUIRES: Depth() > 0.
   [[nodiscard]] PSObject* Advance() noexcept {
     Frame& frame = frames.back();
-    if (frame.next == kSingleObject) {
-      frame.next = 0;
+    // What a procedure has may be replaced or added to while it runs, but it never gets shorter.
+    if (frame.next < frame.count) return frame.elements->At(++frame.next);
+    if (frame.count == kSingleObject) {
+      frame.count = 0;
       return frame.running.Get();
-    }
-    if (frame.next < frame.count && frame.next < frame.running->procElements.Count()) {
-      return frame.running->procElements.At(++frame.next);
     }
     frames.pop_back();
     return nullptr;
@@ -53,8 +50,9 @@ private:
 
   struct Frame {
     PSRef running;
-    std::int32_t next;  // elements executed so far, or kSingleObject
-    std::int32_t count;
+    const ObjectList* elements;  // of the procedure that runs
+    std::int32_t next;           // elements executed so far
+    std::int32_t count;          // elements to execute, or kSingleObject
   };
 
   void Add(Frame frame) {

@@ -20,12 +20,15 @@ inline constexpr std::int32_t kMaxOpenDictionaries = 1024;
 inline constexpr std::int32_t kMaxArrayElements = std::int32_t{1} << 20;
 // Objects that a copy of one object may make for what is nested in it. Abandons: limitcheck.
 inline constexpr std::size_t kMaxClonedElements = std::size_t{1} << 20;
-// Executable names that stand for each other. Gives the name up: limitcheck.
-inline constexpr int kMaxNameResolutions = 1000;
-// Bytes of all live objects with their elements, entries and texts. Abandons: VMerror.
-inline constexpr std::size_t kMaxObjectBytes = std::size_t{512} << 20;
+// What objects, their parts and names cost of the budget, the same on every platform: a record, the
+// parts that hang on it (texts, elements and entries are counted on top), a name without its text.
+inline constexpr std::size_t kObjectCost = 32;
+inline constexpr std::size_t kPartsCost = 64;
+inline constexpr std::size_t kNameCost = 96;
+// Bytes of all live objects with their parts and names. Abandons: VMerror.
+inline constexpr std::size_t kMaxBytes = std::size_t{384} << 20;
 // Bytes of them that a pass may always add to what earlier passes of the interpreter left alive.
-inline constexpr std::size_t kMinPassObjectBytes = std::size_t{4} << 20;
+inline constexpr std::size_t kMinPassBytes = std::size_t{4} << 20;
 // Bytes of one token, string or comment. What comes behind them is read and lost: limitcheck.
 inline constexpr std::size_t kMaxTextBytes = std::size_t{16} << 20;
 // Graphics states saved and not restored. Fails: limitcheck.

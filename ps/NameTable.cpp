@@ -1,40 +1,70 @@
 #include "ps/NameTable.h"
 
+#include <utility>
+
+#include "ps/Limits.h"
+
 namespace orxeps {
 
 namespace {
 
 constexpr std::size_t kFirstSlots = 512;
-constexpr std::size_t kLongestKept = 128;
+
+std::size_t CostOf(const Name& name) noexcept { return kNameCost + name.text.Length(); }
 
 }  // namespace
 
-ORXString NameTable::Intern(std::string_view text) {
-  if (text.empty() || text.size() > kLongestKept) return ORXString(text);
-  if (count * 2 >= slots.size()) Grow();
-  ORXString& slot = slots[PlaceOf(text, ORXString::HashOf(text))];
-  if (slot.IsEmpty()) {
-    slot = ORXString(text);
-    ++count;
+Name& NameTable::Make(std::string_view text, std::uint32_t hash) {
+  if (count * 2 >= slots.size()) {
+    DropUnused();
+    // Growing only when the names in use fill a quarter keeps both rare.
+    if (count * 4 >= slots.size()) Resize(slots.empty() ? kFirstSlots : slots.size() * 2);
   }
-  return slot;
+  auto name = std::make_unique<Name>();
+  name->text = ORXString(text);
+  Name& made = *name;
+  if (!heap.HasRoomFor(CostOf(made))) DropUnused();
+  heap.Charge(CostOf(made));
+  ++count;
+  Place({hash, std::move(name)});
+  return made;
 }
 
-// The slot that holds the text, or the free one where it belongs.
-std::size_t NameTable::PlaceOf(std::string_view text, std::uint32_t hash) const noexcept {
+// REQUIRES: a free slot.
+void NameTable::Place(Slot slot) noexcept {
   const std::size_t mask = slots.size() - 1;
-  std::size_t place = hash & mask;
-  while (!slots[place].IsEmpty() && !(slots[place].Hash() == hash && slots[place].View() == text)) {
-    place = (place + 1) & mask;
-  }
-  return place;
+  std::size_t place = slot.hash & mask;
+  while (slots[place].name) place = (place + 1) & mask;
+  slots[place] = std::move(slot);
 }
 
-void NameTable::Grow() {
-  std::vector<ORXString> old(slots.empty() ? kFirstSlots : slots.size() * 2);
+void NameTable::Resize(std::size_t size) {
+  std::vector<Slot> old(size);
   slots.swap(old);
-  for (ORXString& name : old) {
-    if (!name.IsEmpty()) slots[PlaceOf(name.View(), name.Hash())] = std::move(name);
+  for (Slot& slot : old) {
+    if (slot.name) Place(std::move(slot));
+  }
+}
+
+void NameTable::DropUnused() noexcept {
+  shortNames.fill({});
+  bool dropped = false;
+  for (Slot& slot : slots) {
+    if (!slot.name || slot.name->holders > 0) continue;
+    heap.Discharge(CostOf(*slot.name));
+    --count;
+    slot.name.reset();
+    dropped = true;
+  }
+  if (!dropped) return;
+  // The gaps would cut the probe paths of those that remain: take all out and put them back, each
+  // run of occupied slots on its own, beginning behind a free one.
+  const std::size_t mask = slots.size() - 1;
+  std::size_t start = 0;
+  while (slots[start].name) ++start;
+  for (std::size_t step = 1; step <= slots.size(); ++step) {
+    Slot& slot = slots[(start + step) & mask];
+    if (slot.name) Place(std::exchange(slot, Slot{}));
   }
 }
 

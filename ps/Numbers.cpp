@@ -1,7 +1,6 @@
 #include "ps/Numbers.h"
 
 #include <charconv>
-#include <iterator>
 #include <limits>
 #include <system_error>
 
@@ -26,31 +25,6 @@ std::int64_t LeadingExponent(std::string_view digits) noexcept {
   if (significant || i == digits.size() || digits[i] != '.') return exponent;
   for (++i; i < digits.size() && digits[i] == '0'; ++i) --exponent;
   return exponent;
-}
-
-constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-// Reads an unsigned number without exponent and with few digits, as nearly all are: digits and
-// power of ten are then exact in a double, and their quotient is the nearest double. False, and
-// nothing read, for any other.
-bool ParseShortReal(std::string_view number, double& value) noexcept {
-  if (number.size() >= std::size(kPowersOfTen) || number == "." || number.empty()) return false;
-  std::int64_t digits = 0;
-  std::size_t behindPoint = 0;
-  bool pointMet = false;
-  for (const char c : number) {
-    if (IsDigit(c)) {
-      digits = digits * 10 + (c - '0');
-      if (pointMet) ++behindPoint;
-    } else if (c == '.' && !pointMet) {
-      pointMet = true;
-    } else {
-      return false;
-    }
-  }
-  value = static_cast<double>(digits) / kPowersOfTen[behindPoint];
-  return true;
 }
 
 // Whether an unsigned number out of a double's range is too large rather than too small.
@@ -84,7 +58,6 @@ double ParseReal(std::string_view text) noexcept {
   // A second sign would be accepted below.
   if (text.starts_with('-')) return 0.0;
   double value = 0.0;
-  if (ParseShortReal(text, value)) return negative ? -value : value;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc::result_out_of_range) {
     const std::string_view number(text.data(), static_cast<std::size_t>(end - text.data()));

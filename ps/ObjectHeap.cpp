@@ -1,100 +1,111 @@
 #include "ps/ObjectHeap.h"
 
 #include <new>
-#include <span>
 
 namespace orxeps {
 
 namespace {
 
-constexpr std::size_t kRecordsPerSlab = 256;
+// Every table keeps a fixed number of bytes a slot, whatever the platform.
+constexpr std::size_t kSlotCost = 24;
+constexpr std::size_t kElementCost = 8;
+
+std::size_t CostOf(const PSParts& parts) noexcept {
+  const auto elements = static_cast<std::size_t>(parts.arrayElements.Count()) +
+                        static_cast<std::size_t>(parts.procElements.Count());
+  // A text counts for every object that holds it: any of them may be the one that keeps it.
+  return elements * kElementCost + parts.dictEntries.Capacity() * kSlotCost +
+         parts.stringText.Length();
+}
 
 }  // namespace
 
-struct ObjectHeap::Slab {
-  alignas(PSObject) std::byte memory[kRecordsPerSlab * sizeof(PSObject)];
-
-  std::span<PSObject> Records() noexcept {
-    return {std::launder(reinterpret_cast<PSObject*>(memory)), kRecordsPerSlab};
-  }
-};
-
-ObjectHeap::ObjectHeap() noexcept = default;
+constinit const NoParts kNoParts;
 
 void ObjectHeap::AddSlab() {
-  slabs.push_back(std::make_unique_for_overwrite<Slab>());
-  std::byte* place = slabs.back()->memory;
-  for (std::size_t i = 0; i < kRecordsPerSlab; ++i, place += sizeof(PSObject)) {
-    ReturnToFreeList(new (place) PSObject(*this));
+  constexpr std::size_t kHeaderBytes =
+      (sizeof(PSObject::SlabHeader) + sizeof(PSObject) - 1) / sizeof(PSObject) * sizeof(PSObject);
+  auto* memory = static_cast<std::byte*>(
+      ::operator new (PSObject::kSlabBytes, std::align_val_t{PSObject::kSlabBytes}));
+  new (memory) PSObject::SlabHeader{this, slabs};
+  slabs = memory;
+  for (std::size_t place = PSObject::kSlabBytes - sizeof(PSObject); place >= kHeaderBytes;
+       place -= sizeof(PSObject)) {
+    auto* record = new (memory + place) PSObject();
+    record->nextInHeap = freeList;
+    freeList = record;
+    PoisonMemory(record, sizeof(PSObject));
   }
 }
 
 ObjectHeap::~ObjectHeap() {
-  // The records' own members free what they own and follow no pointer to another record.
-  for (const auto& slab : slabs) {
-    UnpoisonMemory(slab->memory, sizeof slab->memory);
-    for (PSObject& record : slab->Records()) record.~PSObject();
+  while (slabs) {
+    auto* memory = static_cast<std::byte*>(slabs);
+    UnpoisonMemory(memory, PSObject::kSlabBytes);
+    slabs = reinterpret_cast<PSObject::SlabHeader*>(memory)->nextSlab;
+    // A part's own members free what they own and follow no pointer to a record.
+    for (std::size_t place = PSObject::kSlabBytes - sizeof(PSObject);
+         place >= sizeof(PSObject::SlabHeader); place -= sizeof(PSObject)) {
+      delete reinterpret_cast<PSObject*>(memory + place)->parts;
+    }
+    ::operator delete (memory, std::align_val_t{PSObject::kSlabBytes});
   }
 }
 
-std::size_t ObjectHeap::BytesBeyondRecord(const PSObject& object) noexcept {
-  const auto elements = static_cast<std::size_t>(object.arrayElements.Count()) +
-                        static_cast<std::size_t>(object.procElements.Count());
-  // A text counts for every object that holds it: any of them may be the one that keeps it.
-  return elements * sizeof(PSObject*) + object.dictEntries.ByteCount() + object.stringText.Length();
+void ObjectHeap::UpdateCharge(PSObject& object) {
+  if (!object.parts) return;
+  const std::size_t bytes = kPartsCost + CostOf(*object.parts);
+  liveBytes = liveBytes - object.parts->chargedBytes + bytes;
+  object.parts->chargedBytes = bytes;
+  if (liveBytes > budget) throw LimitReached{"VMerror"};
 }
 
-void ObjectHeap::ReturnToFreeList(PSObject* object) noexcept {
-  object->refCount = 0;
-  object->nextInHeap = freeList;
-  freeList = object;
-  PoisonMemory(object, sizeof(PSObject));
+PSParts* ObjectHeap::MakeParts() {
+  Charge(kPartsCost);
+  PSParts* parts = new (std::nothrow) PSParts;
+  if (!parts) {
+    Discharge(kPartsCost);
+    throw std::bad_alloc();
+  }
+  parts->chargedBytes = kPartsCost;
+  return parts;
 }
 
 // Called when the last reference to an object is gone. Objects that lose their last reference on
 // the way wait in a list instead of being destroyed inside each other.
 void ObjectHeap::Destroy(PSObject* object) noexcept {
-  object->nextInHeap = nullptr;
-  condemned = object;
+  Condemn(object);
   while (condemned) {
     PSObject* next = condemned;
     condemned = next->nextInHeap;
-    ReleaseContents(*next);
-    --liveCount;
-    liveBytes -= sizeof(PSObject) + next->chargedBytes;
-    next->chargedBytes = 0;
-    ReturnToFreeList(next);
+    if (next->parts) ReleaseParts(*next);
+    next->ReturnTo(*this);
   }
 }
 
-void ObjectHeap::ReleaseLater(PSObject* object) noexcept {
-  if (--object->refCount > 0) return;
+// The name goes at once, because the list passes through its place.
+void ObjectHeap::Condemn(PSObject* object) noexcept {
+  object->nameText.Clear();
   object->nextInHeap = condemned;
   condemned = object;
 }
 
-void ObjectHeap::ReleaseContents(PSObject& object) noexcept {
-  if (object.dictEntries.Count() > 0) {
-    for (ORXHashCodeIter entry(object.dictEntries); !entry.AtEnd(); entry.Next()) {
-      auto* value = static_cast<PSObject*>(entry.Value());
-      if (value != &object) ReleaseLater(value);
-    }
+void ObjectHeap::ReleaseLater(PSObject* object) noexcept {
+  if (--object->refCount == 0) Condemn(object);
+}
+
+void ObjectHeap::ReleaseParts(PSObject& object) noexcept {
+  PSParts& parts = *object.parts;
+  for (ORXHashCodeIter entry(parts.dictEntries); !entry.AtEnd(); entry.Next()) {
+    auto* value = static_cast<PSObject*>(entry.Value());
+    if (value != &object) ReleaseLater(value);
   }
-  object.dictEntries.RemoveAll();
-  for (ObjectList* elements : {&object.arrayElements, &object.procElements}) {
-    for (std::int32_t i = 1; i <= elements->Count(); ++i) ReleaseLater(elements->At(i));
-    elements->RemoveAll();
-  }
-  object.fileFilters.RemoveAll();
-  object.fileSource = nullptr;
-  object.nameText.Clear();
-  object.stringText.Clear();
-  object.literal = 1;
-  object.type = PSObjectType::None;
-  object.boolValue = 0;
-  object.intValue = 0;
-  object.realValue = 0.0F;
-  object.operatorRow = nullptr;
+  const auto releaseLater = [this](PSObject* element) { ReleaseLater(element); };
+  parts.arrayElements.Drain(releaseLater);
+  parts.procElements.Drain(releaseLater);
+  liveBytes -= parts.chargedBytes;
+  delete object.parts;
+  object.parts = nullptr;
 }
 
 }  // namespace orxeps

@@ -1,9 +1,9 @@
 // Where the objects of one interpreter come from and go back to.
 //
 // Records are cut from slabs and reused through a free list, so making and releasing an object
-// costs a few instructions. The heap knows every record: it counts the live ones, keeps them within
-// a budget of bytes, and when it is destroyed it takes back whatever is still alive, objects that
-// keep each other alive in a circle included.
+// costs a few instructions. The heap counts the live ones, keeps them within a budget of bytes, and
+// when it is destroyed it takes back whatever is still alive, objects that keep each other alive in
+// a circle included.
 //
 // One heap belongs to one interpreter and so to one thread.
 #pragma once
@@ -11,11 +11,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "ps/Limits.h"
-#include "ps/MemoryPoisoning.h"
 #include "ps/PSObject.h"
 
 namespace orxeps {
@@ -26,9 +24,9 @@ struct LimitReached {
   const char* error;
 };
 
-class ObjectHeap {
+class ObjectHeap : private RecordPool {
 public:
-  ObjectHeap() noexcept;
+  ObjectHeap() noexcept = default;
   ObjectHeap(const ObjectHeap&) = delete;
   ObjectHeap& operator=(const ObjectHeap&) = delete;
   ~ObjectHeap();
@@ -38,9 +36,7 @@ public:
   [[nodiscard]] PSRef Make() {
     if (!freeList) AddSlab();
     if (IsFull()) throw LimitReached{"VMerror"};
-    liveBytes += sizeof(PSObject);
-    ++liveCount;
-    return PSRef::Adopt(TakeFree());
+    return PSRef::Adopt(PSObject::TakeFrom(*this));
   }
   [[nodiscard]] PSRef Make(PSObjectType type) {
     PSRef object = Make();
@@ -50,52 +46,54 @@ public:
 
   // Brings what the budget counts for an object up to date after its elements, entries or text have
   // changed. Throws LimitReached (VMerror) when the budget does not allow them.
-  void UpdateCharge(PSObject& object) {
-    const std::size_t bytes = BytesBeyondRecord(object);
-    liveBytes -= object.chargedBytes;
-    object.chargedBytes = bytes;
+  void UpdateCharge(PSObject& object);
+
+  // Counts, or counts no longer, what others keep for the document: names, paths, samples. Throws
+  // LimitReached (VMerror) when the budget does not allow it, and then counts nothing.
+  void Charge(std::size_t bytes) {
+    if (!HasRoomFor(bytes)) throw LimitReached{"VMerror"};
     liveBytes += bytes;
-    if (liveBytes > budget) throw LimitReached{"VMerror"};
   }
+  void Discharge(std::size_t bytes) noexcept { liveBytes -= bytes; }
 
+  [[nodiscard]] bool HasRoomFor(std::size_t bytes) const noexcept {
+    return bytes <= budget - std::min(budget, liveBytes);
+  }
   // Whether the budget allows no further object.
-  [[nodiscard]] bool IsFull() const noexcept { return liveBytes + sizeof(PSObject) > budget; }
+  [[nodiscard]] bool IsFull() const noexcept { return liveBytes + kObjectCost > budget; }
   // Gives a pass room to begin, whatever earlier passes left alive.
-  void BeginPass() noexcept { budget = std::max(kMaxObjectBytes, liveBytes + kMinPassObjectBytes); }
+  void BeginPass() noexcept { budget = std::max(kMaxBytes, liveBytes + kMinPassBytes); }
 
-  // Counts the marks that were written over objects which may lie anywhere already.
+  // Objects can be overwritten where they lie ("copy", "astore", "scale"), and whoever remembers
+  // something about objects must notice. A mark written over an operand ends what the operand
+  // stack remembers of where no mark is; a dictionary written over, or with other entries, ends
+  // what names remember of where they were found.
   void NoteMarkWritten() noexcept { ++marksWritten; }
   [[nodiscard]] std::uint64_t MarksWritten() const noexcept { return marksWritten; }
+  void ForgetLookups() noexcept { ++generation; }
+  [[nodiscard]] std::uint64_t Generation() const noexcept { return generation; }
 
   // Objects made and not yet destroyed.
   [[nodiscard]] std::size_t LiveCount() const noexcept { return liveCount; }
+  [[nodiscard]] std::size_t LiveBytes() const noexcept { return liveBytes; }
 
 private:
   friend class PSObject;
 
-  struct Slab;
-
-  static std::size_t BytesBeyondRecord(const PSObject& object) noexcept;
   void AddSlab();
-  PSObject* TakeFree() noexcept {
-    PSObject* object = freeList;
-    UnpoisonMemory(object, sizeof(PSObject));
-    freeList = object->nextInHeap;
-    object->refCount = 1;
-    return object;
-  }
+  PSParts* MakeParts();
   void Destroy(PSObject* object) noexcept;
-  void ReleaseContents(PSObject& object) noexcept;
+  void Condemn(PSObject* object) noexcept;
   void ReleaseLater(PSObject* object) noexcept;
-  void ReturnToFreeList(PSObject* object) noexcept;
+  void ReleaseParts(PSObject& object) noexcept;
 
-  std::vector<std::unique_ptr<Slab>> slabs;
-  PSObject* freeList = nullptr;
-  PSObject* condemned = nullptr;  // objects without holders whose contents are still to be released
-  std::size_t liveCount = 0;
-  std::size_t liveBytes = 0;
-  std::size_t budget = kMaxObjectBytes;
+  void* slabs = nullptr;
+  PSObject* condemned = nullptr;  // objects without holders whose parts are still to be released
+  std::size_t budget = kMaxBytes;
   std::uint64_t marksWritten = 0;
+  std::uint64_t generation = 1;
 };
+
+inline ObjectHeap& PSObject::Heap() const noexcept { return static_cast<ObjectHeap&>(Pool()); }
 
 }  // namespace orxeps

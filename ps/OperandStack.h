@@ -8,11 +8,13 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
-#include <vector>
+#include <utility>
 
 #include "ps/Limits.h"
 #include "ps/ObjectHeap.h"
+#include "ps/ObjectList.h"
 #include "ps/PSObject.h"
 
 namespace orxeps {
@@ -26,33 +28,25 @@ public:
   OperandStack& operator=(const OperandStack&) = delete;
   ~OperandStack() { Clear(); }
 
-  [[nodiscard]] std::int32_t Count() const noexcept {
-    return static_cast<std::int32_t>(entries.size());
-  }
-  [[nodiscard]] bool IsEmpty() const noexcept { return entries.empty(); }
+  [[nodiscard]] std::int32_t Count() const noexcept { return static_cast<std::int32_t>(Size()); }
+  [[nodiscard]] bool IsEmpty() const noexcept { return end == begin.get(); }
 
   [[nodiscard]] bool IsFull() const noexcept { return Count() >= kMaxOperands; }
 
   // Throws LimitReached (stackoverflow) when the stack is full; the reference is then released.
   void Push(PSRef object) {
-    if (IsFull()) throw LimitReached{"stackoverflow"};
-    entries.push_back(object.Get());
-    static_cast<void>(object.Leak());
+    if (end == limit) Grow();
+    *end++ = object.Leak();
   }
   // The top entry, borrowed; null when the stack is empty.
-  [[nodiscard]] PSObject* Top() const noexcept {
-    return entries.empty() ? nullptr : entries.back();
-  }
+  [[nodiscard]] PSObject* Top() const noexcept { return IsEmpty() ? nullptr : end[-1]; }
   // The entry `depth` below the top. REQUIRES: 0 <= depth < Count().
-  [[nodiscard]] PSObject* Below(std::int32_t depth) const noexcept {
-    return entries[entries.size() - 1 - static_cast<std::size_t>(depth)];
-  }
+  [[nodiscard]] PSObject* Below(std::int32_t depth) const noexcept { return end[-1 - depth]; }
   // Takes the top entry off with its reference; nothing when the stack is empty.
   [[nodiscard]] PSRef Take() noexcept {
-    if (entries.empty()) return {};
-    PSObject* top = entries.back();
-    entries.pop_back();
-    unmarkedEnd = std::min(unmarkedEnd, entries.size());
+    if (IsEmpty()) return {};
+    PSObject* top = *--end;
+    unmarkedEnd = std::min(unmarkedEnd, Size());
     return PSRef::Adopt(top);
   }
   // Releases the top `count` entries, the top first. REQUIRES: 0 <= count <= Count().
@@ -65,13 +59,15 @@ public:
   // REQUIRES: 0 <= count <= Count().
   [[nodiscard]] std::span<PSObject*> TopEntries(std::int32_t count) noexcept {
     const auto size = static_cast<std::size_t>(count);
-    unmarkedEnd = std::min(unmarkedEnd, entries.size() - size);
-    return std::span(entries).last(size);
+    unmarkedEnd = std::min(unmarkedEnd, Size() - size);
+    return {end - size, size};
   }
-  // Forgets the top `count` entries; their references are the caller's now.
-  void Forget(std::int32_t count) noexcept {
-    entries.resize(entries.size() - static_cast<std::size_t>(count));
-    unmarkedEnd = std::min(unmarkedEnd, entries.size());
+  // Moves the top `count` entries, the deepest first, to the end of a list. Throws std::bad_alloc
+  // and moves nothing. REQUIRES: 0 <= count <= Count().
+  void MoveTop(std::int32_t count, ObjectList& list) {
+    list.Reserve(count);
+    for (PSObject* entry : TopEntries(count)) list.Append(PSRef::Adopt(entry));
+    end -= count;
   }
 
   // The entries above the topmost mark, or kNoMark. `marksWritten` is the heap's count: when it has
@@ -79,20 +75,41 @@ public:
   [[nodiscard]] std::int32_t CountAboveMark(std::uint64_t marksWritten) noexcept {
     if (marksSeen != marksWritten) unmarkedEnd = 0;
     marksSeen = marksWritten;
-    std::size_t unmarked = entries.size();
-    while (unmarked > 0 && !entries[unmarked - 1]->IsMark()) {
+    std::size_t unmarked = Size();
+    while (unmarked > 0 && !begin[unmarked - 1]->IsMark()) {
       const bool wasSearched = unmarked == unmarkedEnd && unmarkedBegin < unmarkedEnd;
       unmarked = wasSearched ? unmarkedBegin : unmarked - 1;
     }
     unmarkedBegin = unmarked;
-    unmarkedEnd = entries.size();
+    unmarkedEnd = Size();
     return unmarked == 0 ? kNoMark : static_cast<std::int32_t>(unmarkedEnd - unmarkedBegin);
   }
 
 private:
-  std::vector<PSObject*> entries;
+  static constexpr std::size_t kFirstEntries = 256;
+
+  [[nodiscard]] std::size_t Size() const noexcept {
+    return static_cast<std::size_t>(end - begin.get());
+  }
+  void Grow() {
+    if (IsFull()) throw LimitReached{"stackoverflow"};
+    const std::size_t size = Size();
+    const std::size_t capacity =
+        std::min(std::max(size * 2, kFirstEntries), static_cast<std::size_t>(kMaxOperands));
+    auto larger = std::make_unique_for_overwrite<PSObject*[]>(capacity);
+    std::copy_n(begin.get(), size, larger.get());
+    begin = std::move(larger);
+    end = begin.get() + size;
+    limit = begin.get() + capacity;
+  }
+
+  std::unique_ptr<PSObject*[]> begin;
+  PSObject** end = nullptr;    // where the next entry goes
+  PSObject** limit = nullptr;  // where the memory ends
   // Where the search for a mark has found none, so that a program which searches again and again
-  // does not scan a deep stack each time: from the first of these to before the second.
+  // does not scan a deep stack each time: from the first of these to before the second. It ends
+  // where entries leave the stack or are rearranged, and wholly when any object anywhere has been
+  // overwritten by a mark ("copy", "astore"): the heap counts those.
   std::size_t unmarkedBegin = 0;
   std::size_t unmarkedEnd = 0;
   std::uint64_t marksSeen = 0;

@@ -4,23 +4,24 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "ps/Errors.h"
 
 namespace orxeps {
 
-[[nodiscard]] inline bool HasOperands(const ORXPrintEPSInterpreter& interpreter,
-                                      std::int32_t needed) noexcept {
-  return interpreter.operandStack.Count() >= needed;
+// For operators that need more operands in one of their forms than their row says.
+[[nodiscard]] inline bool HasOperands(const Machine& machine, std::int32_t needed) noexcept {
+  return machine.operandStack.Count() >= needed;
 }
 
-inline ResultCode StackUnderflow(ORXPrintEPSInterpreter& interpreter) noexcept {
-  return RaiseError(interpreter, "stackunderflow");
+inline ResultCode StackUnderflow(Machine& machine) noexcept {
+  return RaiseError(machine, "stackunderflow");
 }
 
 // REQUIRES: the stack holds an entry.
-[[nodiscard]] inline PSRef TakeOperand(ORXPrintEPSInterpreter& interpreter) noexcept {
-  return interpreter.operandStack.Take();
+[[nodiscard]] inline PSRef TakeOperand(Machine& machine) noexcept {
+  return machine.operandStack.Take();
 }
 
 // An operand as a number; anything that is none counts as 0.
@@ -29,11 +30,11 @@ inline ResultCode StackUnderflow(ORXPrintEPSInterpreter& interpreter) noexcept {
   if (object.Is(PSObjectType::Real)) return object.realValue;
   return 0.0F;
 }
-[[nodiscard]] inline float TakeNumber(ORXPrintEPSInterpreter& interpreter) noexcept {
-  return NumberOf(*TakeOperand(interpreter));
+[[nodiscard]] inline float TakeNumber(Machine& machine) noexcept {
+  return NumberOf(*TakeOperand(machine));
 }
-[[nodiscard]] inline std::int32_t TakeIntValue(ORXPrintEPSInterpreter& interpreter) noexcept {
-  return TakeOperand(interpreter)->intValue;
+[[nodiscard]] inline std::int32_t TakeIntValue(Machine& machine) noexcept {
+  return TakeOperand(machine)->intValue;
 }
 
 // Truncates toward zero. What has no place among 32-bit integers becomes the smallest of them.
@@ -43,39 +44,37 @@ inline ResultCode StackUnderflow(ORXPrintEPSInterpreter& interpreter) noexcept {
   return static_cast<std::int32_t>(value);
 }
 
-// Pushes what an operator leaves, as the last thing it does. A full stack is met without throwing:
-// documents that overflow it go on to do so with every token.
-inline ResultCode PushResult(ORXPrintEPSInterpreter& interpreter, PSRef object) {
-  if (interpreter.operandStack.IsFull()) return AbandonRun(interpreter, "stackoverflow");
-  interpreter.operandStack.Push(std::move(object));
+// Pushes what an operator leaves. Throws LimitReached (stackoverflow) when the stack is full.
+inline ResultCode PushResult(Machine& machine, PSRef object) {
+  machine.operandStack.Push(std::move(object));
   return ResultCode::Ran;
 }
 
 // Each pushes a new literal object.
-inline ResultCode PushInteger(ORXPrintEPSInterpreter& interpreter, std::int32_t value) {
-  PSRef object = interpreter.heap.Make(PSObjectType::Integer);
+inline ResultCode PushInteger(Machine& machine, std::int32_t value) {
+  PSRef object = machine.heap.Make(PSObjectType::Integer);
   object->intValue = value;
-  return PushResult(interpreter, std::move(object));
+  return PushResult(machine, std::move(object));
 }
-inline ResultCode PushReal(ORXPrintEPSInterpreter& interpreter, float value) {
-  PSRef object = interpreter.heap.Make(PSObjectType::Real);
+inline ResultCode PushReal(Machine& machine, float value) {
+  PSRef object = machine.heap.Make(PSObjectType::Real);
   object->realValue = value;
-  return PushResult(interpreter, std::move(object));
+  return PushResult(machine, std::move(object));
 }
-inline ResultCode PushBoolean(ORXPrintEPSInterpreter& interpreter, bool value) {
-  PSRef object = interpreter.heap.Make(PSObjectType::Boolean);
+inline ResultCode PushBoolean(Machine& machine, bool value) {
+  PSRef object = machine.heap.Make(PSObjectType::Boolean);
   object->boolValue = value ? 1 : 0;
-  return PushResult(interpreter, std::move(object));
+  return PushResult(machine, std::move(object));
 }
 // Pushes an object that has another holder as well.
-inline ResultCode PushShared(ORXPrintEPSInterpreter& interpreter, PSObject* object) {
-  return PushResult(interpreter, PSRef::Retain(object));
+inline ResultCode PushShared(Machine& machine, PSObject* object) {
+  return PushResult(machine, PSRef::Retain(object));
 }
 
 // The entries above the topmost mark, or kNoMark.
 inline constexpr std::int32_t kNoMark = OperandStack::kNoMark;
-[[nodiscard]] inline std::int32_t CountAboveMark(ORXPrintEPSInterpreter& interpreter) noexcept {
-  return interpreter.operandStack.CountAboveMark(interpreter.heap.MarksWritten());
+[[nodiscard]] inline std::int32_t CountAboveMark(Machine& machine) noexcept {
+  return machine.operandStack.CountAboveMark(machine.heap.MarksWritten());
 }
 
 }  // namespace orxeps

@@ -6,29 +6,35 @@
 
 namespace orxeps {
 
-void PSObject::Destroy() noexcept { heap.Destroy(this); }
+void PSObject::Destroy() noexcept { Heap().Destroy(this); }
 
-void PSObject::CopyValuesFrom(const PSObject& source) noexcept {
+void PSObject::MakeParts() { parts = Heap().MakeParts(); }
+
+void PSObject::CopyValuesFrom(const PSObject& source) {
+  const PSParts& from = source.Parts();
+  if (parts || !from.stringText.IsEmpty() || from.fileSource) {
+    PSParts& to = OwnParts();
+    to.stringText = from.stringText;
+    to.fileSource = from.fileSource;
+  }
   literal = source.literal;
   type = source.type;
   boolValue = source.boolValue;
   intValue = source.intValue;
   realValue = source.realValue;
   nameText = source.nameText;
-  stringText = source.stringText;
-  fileSource = source.fileSource;
-  operatorRow = source.operatorRow;
 }
 
 // Replaces the dictionary by a table of the same values. An entry for this object itself holds no
 // reference.
 void PSObject::ShareEntriesOf(const PSObject& source) {
-  ORXHashDico entries = source.dictEntries;
+  ORXHashDico entries = source.Parts().dictEntries;
+  PSParts& own = OwnParts();
   for (ORXHashCodeIter entry(entries); !entry.AtEnd(); entry.Next()) {
     auto* value = static_cast<PSObject*>(entry.Value());
     if (value != this) value->AddRef();
   }
-  std::swap(dictEntries, entries);
+  std::swap(own.dictEntries, entries);
   for (ORXHashCodeIter entry(entries); !entry.AtEnd(); entry.Next()) {
     auto* value = static_cast<PSObject*>(entry.Value());
     if (value != this) value->Release();
@@ -42,15 +48,20 @@ struct PendingCopy {
   PSObject* copy;
 };
 
+constexpr ObjectList PSParts::*kElementLists[] = {&PSParts::arrayElements, &PSParts::procElements};
+
 bool HasElements(const PSObject& object) noexcept {
-  return !object.arrayElements.IsEmpty() || !object.procElements.IsEmpty();
+  return !object.Parts().arrayElements.IsEmpty() || !object.Parts().procElements.IsEmpty();
 }
+
+bool HasEntries(const PSObject& object) noexcept { return object.Parts().dictEntries.Count() > 0; }
 
 }  // namespace
 
 // Copies level by level: what still has elements to copy waits in a list, so nesting costs no
 // machine stack.
 PSRef PSObject::Clone() const {
+  ObjectHeap& heap = Heap();
   PSRef clone = heap.Make();
   clone->CopyValuesFrom(*this);
   std::vector<PendingCopy> pending;
@@ -59,25 +70,25 @@ PSRef PSObject::Clone() const {
   while (!pending.empty()) {
     const PendingCopy next = pending.back();
     pending.pop_back();
-    for (ObjectList PSObject::*list : {&PSObject::arrayElements, &PSObject::procElements}) {
-      const ObjectList& from = next.source->*list;
-      ObjectList& to = next.copy->*list;
+    for (ObjectList PSParts::*list : kElementLists) {
+      const ObjectList& from = next.source->Parts().*list;
       if (from.IsEmpty()) continue;
+      ObjectList& to = next.copy->OwnParts().*list;
       to.Reserve(from.Count());
       for (std::int32_t i = 1; i <= from.Count(); ++i) {
         if (++made > kMaxClonedElements) throw LimitReached{"limitcheck"};
         const PSObject* element = from.At(i);
-        to.Append(heap.Make().Leak());
+        to.Append(heap.Make());
         PSObject* copy = to.Last();
         copy->CopyValuesFrom(*element);
-        if (element->dictEntries.Count() > 0) copy->ShareEntriesOf(*element);
+        if (HasEntries(*element)) copy->ShareEntriesOf(*element);
         heap.UpdateCharge(*copy);
         if (HasElements(*element)) pending.push_back({element, copy});
       }
     }
     heap.UpdateCharge(*next.copy);
   }
-  clone->ShareEntriesOf(*this);
+  if (HasEntries(*this)) clone->ShareEntriesOf(*this);
   heap.UpdateCharge(*clone);
   return clone;
 }
@@ -85,21 +96,22 @@ PSRef PSObject::Clone() const {
 // The values come first: where the source holds this object as an element, what is copied of it is
 // already what it has become.
 void PSObject::AssignFrom(const PSObject& source) {
+  ObjectHeap& heap = Heap();
   const PSRef alive = PSRef::Retain(this);
+  if (Is(PSObjectType::Dictionary) || source.Is(PSObjectType::Dictionary) || HasEntries(*this)) {
+    heap.ForgetLookups();
+  }
   if (&source != this) CopyValuesFrom(source);
   if (IsMark()) heap.NoteMarkWritten();
-  for (ObjectList PSObject::*list : {&PSObject::arrayElements, &PSObject::procElements}) {
-    const std::int32_t count = (source.*list).Count();
+  for (ObjectList PSParts::*list : kElementLists) {
+    const std::int32_t count = (source.Parts().*list).Count();
     if (count == 0) continue;
-    (this->*list).Reserve(count);
-    for (std::int32_t i = 1; i <= count; ++i) {
-      (this->*list).Append((source.*list).At(i)->Clone().Leak());
-    }
+    ObjectList& own = OwnParts().*list;
+    own.Reserve(count);
+    for (std::int32_t i = 1; i <= count; ++i) own.Append((source.Parts().*list).At(i)->Clone());
     heap.UpdateCharge(*this);
   }
-  if (&source != this && (dictEntries.Count() > 0 || source.dictEntries.Count() > 0)) {
-    ShareEntriesOf(source);
-  }
+  if (&source != this && (HasEntries(*this) || HasEntries(source))) ShareEntriesOf(source);
   heap.UpdateCharge(*this);
 }
 

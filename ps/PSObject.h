@@ -2,33 +2,36 @@
 //
 // Objects are shared by pointer and kept alive by a plain reference count. They are made by the
 // interpreter's ObjectHeap and never outlive it. Every pointer on the operand stack, in an element
-// list, in a dictionary or on the dictionary stack owns one reference; so does every PSRef. Code
-// that holds an object for a while holds a PSRef; a raw PSObject* is borrowed.
+// list, in a dictionary or on the dictionary stack owns one reference; so does every PSRef.
 //
-// Only the fields that belong to an object's type carry meaning, but all of them exist all the
-// time and some operators read a field without looking at the type: a new Integer has the
-// realValue 0.0 and a new Real the intValue 0.
+// Only what belongs to an object's type carries meaning, but everything is there all the time and
+// some operators read a field without looking at the type: a new Integer has the realValue 0.0 and
+// a new Real the intValue 0. What most objects never have (text, elements, entries, a file) hangs
+// on the record as PSParts once something is put there, so that a number fits in 32 bytes.
 //
 // A dictionary that holds itself as a value holds no reference for that entry, so it does not keep
 // itself alive.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
 #include "host/ORXHashDico.h"
 #include "host/ORXRawCollPV.h"
 #include "host/ORXString.h"
+#include "ps/Limits.h"
+#include "ps/MemoryPoisoning.h"
+#include "ps/NameText.h"
 #include "ps/ObjectList.h"
-
-class PrintInputStream;
+#include "ps/PSRef.h"
 
 namespace orxeps {
 
+class InputReader;
 class ObjectHeap;
-struct OperatorRow;
 
-enum class PSObjectType : std::uint32_t {
+enum class PSObjectType : std::uint8_t {
   None = 0,  // a malformed number, for instance
   Integer = 1,
   Real = 2,
@@ -44,24 +47,46 @@ enum class PSObjectType : std::uint32_t {
   Operator = 12,
 };
 
-class PSRef;
+// What an object has beyond its record.
+struct PSParts {
+  ORXString stringText;  // of a String
+  ObjectList procElements;
+  ObjectList arrayElements;
+  ORXHashDico dictEntries;            // values are PSObject pointers, each with its reference
+  InputReader* fileSource = nullptr;  // of a File: what reads the document, borrowed
+  ORXRawCollPV fileFilters;           // of a File: DecodeFilter pointers, borrowed
+  std::size_t chargedBytes = 0;       // what the heap's budget counts of all this
+};
+
+// The parts of an object that has none. Never destroyed: whoever still runs at the end of the
+// process may look at it.
+union NoParts {
+  PSParts parts;
+  constexpr NoParts() noexcept : parts{} {}
+  ~NoParts() {}
+};
+extern const NoParts kNoParts;
+
+// The records that wait for use, and the account of those in use: the part of a heap that making
+// and releasing a number touches.
+struct RecordPool {
+  PSObject* freeList = nullptr;
+  std::size_t liveCount = 0;  // records
+  std::size_t liveBytes = 0;  // records, parts and names, at what they cost of the budget
+};
 
 class PSObject {
 public:
+  std::uint32_t refCount = 0;
   std::uint8_t literal = 1;  // 1: executing it pushes it; 0: executable
   PSObjectType type = PSObjectType::None;
   std::uint8_t boolValue = 0;
   std::int32_t intValue = 0;
   float realValue = 0.0F;
-  ORXString nameText;    // of a Name; of an Operator, its name
-  ORXString stringText;  // of a String
-  ObjectList procElements;
-  PrintInputStream* fileSource = nullptr;  // of a File, borrowed
-  ORXRawCollPV fileFilters;                // of a File: DecodeFilter pointers, borrowed
-  ORXHashDico dictEntries{10};
-  ObjectList arrayElements;
-  std::uint32_t refCount = 1;
-  const OperatorRow* operatorRow = nullptr;  // of an Operator: what it runs
+  union {
+    NameText nameText;     // of a Name; of an Operator, its name
+    PSObject* nextInHeap;  // of a record that is not in use or about to be destroyed
+  };
 
   PSObject(const PSObject&) = delete;
   PSObject& operator=(const PSObject&) = delete;
@@ -70,15 +95,25 @@ public:
   [[nodiscard]] bool IsNumber() const noexcept {
     return type == PSObjectType::Integer || type == PSObjectType::Real;
   }
-
   // A mark that ends what the operators collect above it.
   [[nodiscard]] bool IsMark() const noexcept { return type == PSObjectType::Mark && literal == 1; }
+
+  // Text, lists, entries and file, empty ones where the object has none.
+  [[nodiscard]] const PSParts& Parts() const noexcept { return parts ? *parts : kNoParts.parts; }
+  // The same to be changed. Throws LimitReached (VMerror) and std::bad_alloc; cannot fail once the
+  // object has parts.
+  [[nodiscard]] PSParts& OwnParts() {
+    if (!parts) MakeParts();
+    return *parts;
+  }
 
   void AddRef() noexcept { ++refCount; }
   // Gives up a reference; the last one destroys the object and what only it kept alive. However
   // deep the objects are nested, this uses a bounded amount of the machine stack.
   void Release() noexcept {
-    if (--refCount == 0) Destroy();
+    if (--refCount > 0) return;
+    if (parts || !nameText.IsEmpty()) return Destroy();
+    ReturnTo(Pool());
   }
 
   // A copy with one reference. Arrays and procedures are copied with all that is nested in them;
@@ -94,50 +129,69 @@ public:
 
 private:
   friend class ObjectHeap;
-  explicit PSObject(ObjectHeap& owner) noexcept : heap(owner) {}
-  ~PSObject() = default;
 
+  // Records lie in slabs of this size and alignment, so that a record finds its heap.
+  static constexpr std::size_t kSlabBytes = std::size_t{32} << 10;
+
+  struct SlabHeader {
+    RecordPool* pool;
+    void* nextSlab;
+  };
+
+  PSObject() noexcept : nextInHeap(nullptr) {}
+  ~PSObject() {}
+
+  [[nodiscard]] RecordPool& Pool() const noexcept {
+    const auto address = reinterpret_cast<std::uintptr_t>(this);
+    return *reinterpret_cast<SlabHeader*>(address & ~(kSlabBytes - 1))->pool;
+  }
+  [[nodiscard]] ObjectHeap& Heap() const noexcept;
+
+  // A record of the free list as a new object. REQUIRES: it is not in use.
+  static PSObject* TakeFrom(RecordPool& pool) noexcept {
+    PSObject* record = pool.freeList;
+    UnpoisonMemory(record, sizeof(PSObject));
+    pool.freeList = record->nextInHeap;
+    record->refCount = 1;
+    record->literal = 1;
+    record->type = PSObjectType::None;
+    record->boolValue = 0;
+    record->intValue = 0;
+    record->realValue = 0.0F;
+    new (&record->nameText) NameText();
+    ++pool.liveCount;
+    pool.liveBytes += kObjectCost;
+    return record;
+  }
+  // REQUIRES: no holders, no name and no parts.
+  void ReturnTo(RecordPool& pool) noexcept {
+    nextInHeap = pool.freeList;
+    pool.freeList = this;
+    --pool.liveCount;
+    pool.liveBytes -= kObjectCost;
+    PoisonMemory(this, sizeof(PSObject));
+  }
+
+  void MakeParts();
   void Destroy() noexcept;
-  void CopyValuesFrom(const PSObject& source) noexcept;
+  void CopyValuesFrom(const PSObject& source);
   void ShareEntriesOf(const PSObject& source);
 
-  ObjectHeap& heap;
-  PSObject* nextInHeap = nullptr;  // while the object is waiting for destruction or reuse
-  std::size_t chargedBytes = 0;    // what the heap's budget counts beyond the record
+  PSParts* parts = nullptr;
 };
 
-// An owned reference to an object, or nothing. Move-only: a second owner is made with Retain.
-class [[nodiscard]] PSRef {
-public:
-  PSRef() noexcept = default;
-  PSRef(PSRef&& other) noexcept : object(std::exchange(other.object, nullptr)) {}
-  PSRef& operator=(PSRef&& other) noexcept {
-    std::swap(object, other.object);
-    return *this;
-  }
-  ~PSRef() {
-    if (object) object->Release();
-  }
-
-  // Takes over a reference that the caller owns.
-  static PSRef Adopt(PSObject* owned) noexcept { return PSRef(owned); }
-  // Adds a reference to a borrowed object.
-  static PSRef Retain(PSObject* borrowed) noexcept {
-    if (borrowed) borrowed->AddRef();
-    return PSRef(borrowed);
-  }
-  // Hands the reference to a container.
-  [[nodiscard]] PSObject* Leak() noexcept { return std::exchange(object, nullptr); }
-
-  [[nodiscard]] PSObject* Get() const noexcept { return object; }
-  PSObject* operator->() const noexcept { return object; }
-  PSObject& operator*() const noexcept { return *object; }
-  explicit operator bool() const noexcept { return object != nullptr; }
-
-private:
-  explicit PSRef(PSObject* owned) noexcept : object(owned) {}
-
-  PSObject* object = nullptr;
-};
+inline PSRef& PSRef::operator=(PSRef&& other) noexcept {
+  PSObject* const old = object;
+  object = std::exchange(other.object, nullptr);
+  if (old && old != object) old->Release();
+  return *this;
+}
+inline PSRef::~PSRef() {
+  if (object) object->Release();
+}
+inline PSRef PSRef::Retain(PSObject* borrowed) noexcept {
+  if (borrowed) borrowed->AddRef();
+  return PSRef(borrowed);
+}
 
 }  // namespace orxeps

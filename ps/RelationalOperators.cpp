@@ -1,11 +1,13 @@
 // Comparisons and constants.
 
+#include "ps/LanguageOperators.h"
 #include "ps/Operands.h"
-#include "ps/Operators.h"
 
 namespace orxeps::operators {
 
 namespace {
+
+const ORXString& TextOf(const PSObject& string) noexcept { return string.Parts().stringText; }
 
 bool HaveSameElements(const ObjectList& a, const ObjectList& b) noexcept {
   if (a.Count() != b.Count()) return false;
@@ -22,11 +24,11 @@ bool AreEqualOfOneType(const PSObject& a, const PSObject& b) noexcept {
     case PSObjectType::Real:
       return a.realValue == b.realValue;
     case PSObjectType::String:
-      return a.stringText == b.stringText;
+      return TextOf(a) == TextOf(b);
     case PSObjectType::Name:
       return a.nameText == b.nameText;
     case PSObjectType::Array:
-      return HaveSameElements(a.arrayElements, b.arrayElements);
+      return HaveSameElements(a.Parts().arrayElements, b.Parts().arrayElements);
     case PSObjectType::Boolean:
       return a.boolValue == b.boolValue;
     case PSObjectType::Mark:
@@ -40,8 +42,10 @@ bool AreEqualOfOneType(const PSObject& a, const PSObject& b) noexcept {
 bool AreEqual(const PSObject& a, const PSObject& b) noexcept {
   if (a.type == b.type) return AreEqualOfOneType(a, b);
   if (a.IsNumber() && b.IsNumber()) return NumberOf(a) == NumberOf(b);
-  if (a.Is(PSObjectType::Name) && b.Is(PSObjectType::String)) return a.nameText == b.stringText;
-  if (a.Is(PSObjectType::String) && b.Is(PSObjectType::Name)) return a.stringText == b.nameText;
+  if (a.Is(PSObjectType::Name) && b.Is(PSObjectType::String))
+    return a.nameText.View() == TextOf(b).View();
+  if (a.Is(PSObjectType::String) && b.Is(PSObjectType::Name))
+    return TextOf(a).View() == b.nameText.View();
   return false;
 }
 
@@ -49,35 +53,34 @@ bool AreEqual(const PSObject& a, const PSObject& b) noexcept {
 bool IsLess(const PSObject& a, const PSObject& b) noexcept {
   if (a.Is(PSObjectType::Integer) && b.Is(PSObjectType::Integer)) return a.intValue < b.intValue;
   if (a.IsNumber() && b.IsNumber() && a.type != b.type) return NumberOf(a) < NumberOf(b);
-  if (a.Is(PSObjectType::String) && b.Is(PSObjectType::String)) return a.stringText < b.stringText;
+  if (a.Is(PSObjectType::String) && b.Is(PSObjectType::String)) return TextOf(a) < TextOf(b);
   return false;
 }
 
 template <typename Relation>
-ResultCode Compare(ORXPrintEPSInterpreter& interpreter, Relation holds) {
-  if (!HasOperands(interpreter, 2)) return StackUnderflow(interpreter);
-  const PSRef b = TakeOperand(interpreter);
-  const PSRef a = TakeOperand(interpreter);
-  return PushBoolean(interpreter, holds(*a, *b));
+ResultCode Compare(Machine& machine, Relation holds) {
+  const PSRef b = TakeOperand(machine);
+  const PSRef a = TakeOperand(machine);
+  return PushBoolean(machine, holds(*a, *b));
 }
 
 }  // namespace
 
 // a b eq -> bool
-ResultCode Eq(ORXPrintEPSInterpreter& interpreter) { return Compare(interpreter, AreEqual); }
+ResultCode Eq(Machine& machine) { return Compare(machine, AreEqual); }
 
 // a b lt -> bool
-ResultCode Lt(ORXPrintEPSInterpreter& interpreter) { return Compare(interpreter, IsLess); }
+ResultCode Lt(Machine& machine) { return Compare(machine, IsLess); }
 
 // -> true
-ResultCode True(ORXPrintEPSInterpreter& interpreter) { return PushBoolean(interpreter, true); }
+ResultCode True(Machine& machine) { return PushBoolean(machine, true); }
 
 // -> false
-ResultCode False(ORXPrintEPSInterpreter& interpreter) { return PushBoolean(interpreter, false); }
+ResultCode False(Machine& machine) { return PushBoolean(machine, false); }
 
 // -> null
-ResultCode Null(ORXPrintEPSInterpreter& interpreter) {
-  return PushResult(interpreter, interpreter.heap.Make(PSObjectType::Null));
+ResultCode Null(Machine& machine) {
+  return PushResult(machine, machine.heap.Make(PSObjectType::Null));
 }
 
 }  // namespace orxeps::operators

@@ -1,124 +1,22 @@
 #include "ps/Scanner.h"
 
 #include <algorithm>
-#include <vector>
+#include <cstring>
+#include <new>
 
-#include "host/PrintGenerator.h"
-#include "ps/BinaryTokens.h"
 #include "ps/CharacterClass.h"
 #include "ps/Errors.h"
-#include "ps/InputBytes.h"
 #include "ps/Numbers.h"
 
 namespace orxeps {
 
 namespace {
 
-// What the bytes of one token are read for.
-enum class TokenUse {
-  Plain,
-  AfterBackslash,  // a parenthesis that comes first is text and leaves the depth alone
-};
-
-void AddToText(ORXPrintEPSInterpreter& interpreter, std::string& text, std::string_view more) {
-  if (text.size() + more.size() <= kMaxTextBytes) {
-    text += more;
-  } else {
-    RaiseError(interpreter, "limitcheck");
-  }
-}
-void AddToText(ORXPrintEPSInterpreter& interpreter, std::string& text, char byte) {
-  if (text.size() < kMaxTextBytes) {
-    text += byte;
-  } else {
-    RaiseError(interpreter, "limitcheck");
-  }
-}
-
-// Goes to the end of the input, so that the pass ends.
-void EndProgram(ORXPrintEPSInterpreter& interpreter) { interpreter.inputStream->Seek(0, 2); }
-
-void BeginPage(ORXPrintEPSInterpreter& interpreter) {
-  interpreter.pageState = PageState::Drawing;
-  if (interpreter.AllPagesFlag() == 1 && interpreter.pageCounter > 0 && interpreter.generator) {
-    interpreter.generator->NewPage();
-  }
-  ++interpreter.pageCounter;
-}
-
-// Reads a comment, its "%" read already, up to and with the line end, and acts on it.
-void ReadComment(ORXPrintEPSInterpreter& interpreter) {
-  std::string& comment = interpreter.scanner.text;
-  comment.clear();
-  char byte = 0;
-  while (ReadInputByte(interpreter, byte) && byte != '\n') {
-    if (ClassOf(byte).namesComment) AddToText(interpreter, comment, byte);
-    if (!InputIsReadable(interpreter)) break;
-  }
-  if (comment == "EOF") {
-    EndProgram(interpreter);
-  } else if (comment.find("Page:") != std::string::npos) {
-    BeginPage(interpreter);
-  }
-}
-
-// Reads the rest of a run of regular bytes and steps back before the byte that ends it. At the end
-// of the data that is a 0.
-void ReadRegularRun(ORXPrintEPSInterpreter& interpreter, char byte) {
-  std::string& token = interpreter.scanner.token;
-  do {
-    AddToText(interpreter, token, byte);
-    byte = 0;
-    ReadInputByte(interpreter, byte);
-  } while (ClassOf(byte).kind == ByteKind::Regular);
-  interpreter.inputStream->UnreadByte(byte);
-}
-
-// Adds a delimiter to the token and keeps count of the open parentheses.
-void AddDelimiter(ScannerState& scanner, char delimiter, TokenUse use) {
-  const bool isEscaped = use == TokenUse::AfterBackslash && scanner.token.empty();
-  if (delimiter == '(' && !isEscaped) ++scanner.stringDepth;
-  if (delimiter == ')' && !isEscaped) --scanner.stringDepth;
-  scanner.token += delimiter;
-}
-
-// Whether a byte ended the token.
-bool AddByte(ORXPrintEPSInterpreter& interpreter, char byte, TokenUse use) {
-  ScannerState& scanner = interpreter.scanner;
-  switch (ClassOf(byte).kind) {
-    case ByteKind::Regular:
-      ReadRegularRun(interpreter, byte);
-      return true;
-    case ByteKind::Delimiter:
-      if (byte != '%' || scanner.stringDepth != 0) {
-        AddDelimiter(scanner, byte, use);
-        return true;
-      }
-      ReadComment(interpreter);
-      scanner.token.clear();
-      return false;
-    default:
-      if (scanner.stringDepth == 0 && ClassOf(byte).beginsBinary) {
-        interpreter.inputStream->UnreadByte(byte);
-        scanner.stoppedAtBinaryToken = true;
-        return true;
-      }
-      if (scanner.stringDepth > 0) AddToText(interpreter, scanner.token, byte);
-      return false;
-  }
-}
-
-std::string_view ReadTokenFor(ORXPrintEPSInterpreter& interpreter, TokenUse use) {
-  ScannerState& scanner = interpreter.scanner;
-  scanner.token.clear();
-  scanner.stoppedAtBinaryToken = false;
-  if (!interpreter.inputStream) return {};
-  char byte = 0;
-  ReadInputByte(interpreter, byte);
-  while (byte != '\n' && InputIsReadable(interpreter) && !AddByte(interpreter, byte, use)) {
-    if (!ReadInputByte(interpreter, byte)) break;
-  }
-  return scanner.token;
+// Adds to a text unless that would exceed the ceiling. Whether it did.
+bool AddToText(std::string& text, std::string_view more) {
+  if (text.size() + more.size() > kMaxTextBytes) return false;
+  text += more;
+  return true;
 }
 
 // The first byte behind leading spaces; 0 when there is none.
@@ -127,145 +25,359 @@ char FirstSignificantByte(std::string_view token) noexcept {
   return first == std::string_view::npos ? '\0' : token[first];
 }
 
-bool IsHexadecimal(std::string_view token) noexcept {
-  return token.starts_with("16#") || token.starts_with("0x") || token.starts_with("0X");
+bool IsNumeric(std::string_view token) noexcept {
+  return std::ranges::all_of(token, [](char c) { return Is(c, kNumeric); });
 }
 
-PSRef MakeInteger(ORXPrintEPSInterpreter& interpreter, std::int32_t value) {
-  PSRef object = interpreter.heap.Make(PSObjectType::Integer);
-  object->intValue = value;
-  return object;
+Token ClassifiedToken(std::string_view text) noexcept {
+  if (text.empty()) return {};
+  if (Is(text.front(), kDelimiter)) return {TokenKind::Delimiter, text};
+  return {IsNumeric(text) ? TokenKind::Number : TokenKind::Word, text};
 }
 
 }  // namespace
 
-std::string_view ReadToken(ORXPrintEPSInterpreter& interpreter) {
-  return ReadTokenFor(interpreter, TokenUse::Plain);
+// Reads a token that lies ready as a whole, and the byte behind it too, as nearly all do outside of
+// strings. False, and nothing read, for any other.
+bool Scanner::ReadReadyToken(Token& token) noexcept {
+  const std::string_view ready = input.Ready();
+  const char* begin = ready.data();
+  const char* const end = begin + ready.size();
+  while (begin != end && Is(*begin, kBlank)) ++begin;
+  if (end - begin < 2) return false;
+  const char* next = begin + 1;
+  const std::uint8_t traits = TraitsOf(*begin);
+  if (traits & kRegular) {
+    if (traits & kNumeric) {
+      const ShortNumber number = ScanShortNumber(begin, end);
+      next = begin + number.length;
+      if (number.length > 0 && next != end && !Is(*next, kRegular)) {
+        token = {number.isReal ? TokenKind::Real : TokenKind::Integer,
+                 {begin, number.length},
+                 number.intValue,
+                 number.realValue};
+        input.Skip(static_cast<std::size_t>(next - ready.data()));
+        stoppedAtBinaryToken = false;
+        return true;
+      }
+      next = begin + 1;
+    }
+    std::uint8_t common = traits;
+    for (; next != end && Is(*next, kRegular); ++next) {
+      common = static_cast<std::uint8_t>(common & TraitsOf(*next));
+    }
+    if (next == end) return false;
+    token.kind = (common & kNumeric) ? TokenKind::Number : TokenKind::Word;
+  } else if (traits & kDelimiter) {
+    if (*begin == '(' || *begin == ')' || *begin == '%') return false;
+    token.kind = TokenKind::Delimiter;
+  } else if (*begin != '\n') {
+    return false;
+  }
+  if (token.kind != TokenKind::Nothing) {
+    token.text = {begin, static_cast<std::size_t>(next - begin)};
+  }
+  input.Skip(static_cast<std::size_t>(next - ready.data()));
+  stoppedAtBinaryToken = false;
+  return true;
 }
 
-PSRef MakeObject(ORXPrintEPSInterpreter& interpreter, std::string_view token) {
-  if (IsHexadecimal(token)) {
-    token.remove_prefix(token[0] == '1' ? 3 : 2);
-    return MakeInteger(interpreter, static_cast<std::int32_t>(ParseHexadecimal(token)));
+Token Scanner::ReadTokenFor(TokenUse use) {
+  text.clear();
+  stoppedAtBinaryToken = false;
+  if (!input.HasStream()) return {};
+  Token token;
+  char byte = 0;
+  static_cast<void>(input.ReadByte(byte));
+  while (byte != '\n' && input.IsReadable()) {
+    if (AddByte(byte, use, token)) return token;
+    if (!input.ReadByte(byte)) break;
   }
-  if (std::ranges::all_of(token, [](char c) { return ClassOf(c).isNumeric; })) {
-    return ParseNumber(interpreter, token);
+  return ClassifiedToken(text);
+}
+
+// Whether a byte ended the token.
+bool Scanner::AddByte(char byte, TokenUse use, Token& token) {
+  if (Is(byte, kRegular)) {
+    token = ReadRegularRun(byte);
+    return true;
   }
-  PSRef name = MakeLiteralName(interpreter, token);
-  name->literal = 0;
+  if (Is(byte, kDelimiter)) {
+    if (byte == '%' && stringDepth == 0) {
+      ReadComment();
+      text.clear();
+      return false;
+    }
+    AddDelimiter(byte, use);
+    token = ClassifiedToken(text);
+    return true;
+  }
+  if (stringDepth == 0 && Is(byte, kBeginsBinary)) {
+    input.UnreadByte(byte);
+    stoppedAtBinaryToken = true;
+    token = ClassifiedToken(text);
+    return true;
+  }
+  if (stringDepth > 0 && !AddToText(text, {&byte, 1})) RaiseError(machine, "limitcheck");
+  return false;
+}
+
+// Reads the rest of a run of regular bytes and steps back before the byte that ends it. At the end
+// of the data that is a 0.
+Token Scanner::ReadRegularRun(char first) {
+  const std::string_view ready = input.ReadyWithLast();
+  if (!ready.empty()) {
+    std::uint8_t common = TraitsOf(first);
+    std::size_t length = 1;
+    for (; length < ready.size() && Is(ready[length], kRegular); ++length) {
+      common = static_cast<std::uint8_t>(common & TraitsOf(ready[length]));
+    }
+    input.Skip(length - 1);
+    const std::string_view run = ready.substr(0, length);
+    if (length < ready.size() && text.empty()) {
+      return {(common & kNumeric) ? TokenKind::Number : TokenKind::Word, run};
+    }
+    if (!AddToText(text, run)) RaiseError(machine, "limitcheck");
+  } else if (!AddToText(text, {&first, 1})) {
+    RaiseError(machine, "limitcheck");
+  }
+  char byte = 0;
+  while (input.ReadByte(byte) && Is(byte, kRegular)) {
+    if (!AddToText(text, {&byte, 1})) RaiseError(machine, "limitcheck");
+    byte = 0;
+  }
+  input.UnreadByte(byte);
+  return ClassifiedToken(text);
+}
+
+// Adds a delimiter to the token and keeps count of the open parentheses.
+void Scanner::AddDelimiter(char delimiter, TokenUse use) {
+  const bool isEscaped = use == TokenUse::AfterBackslash && text.empty();
+  if (delimiter == '(' && !isEscaped) ++stringDepth;
+  if (delimiter == ')' && !isEscaped) --stringDepth;
+  text += delimiter;
+}
+
+// Reads a comment, its "%" read already, up to and with the line end.
+void Scanner::ReadComment() {
+  commentText.clear();
+  char byte = 0;
+  while (input.ReadByte(byte) && byte != '\n') {
+    // What lies ready of the line is taken at once.
+    const std::string_view ready = input.ReadyWithLast();
+    std::string_view part = ready.empty() ? std::string_view(&byte, 1) : ready;
+    part = part.substr(0, part.find('\n'));
+    input.Skip(part.size() - 1);
+    const std::size_t kept = commentText.size();
+    if (kept + part.size() > kMaxTextBytes) {
+      RaiseError(machine, "limitcheck");
+    } else {
+      commentText.resize(kept + part.size());
+      char* end = commentText.data() + kept;
+      for (const char c : part) {
+        *end = c;
+        end += Is(c, kNamesComment) ? 1 : 0;
+      }
+      commentText.resize(static_cast<std::size_t>(end - commentText.data()));
+    }
+    if (!input.IsReadable()) break;
+  }
+  listener.CommentRead(commentText);
+}
+
+PSRef Scanner::MakeInteger(std::int32_t value) {
+  PSRef object = machine.heap.Make(PSObjectType::Integer);
+  object->intValue = value;
+  return object;
+}
+
+PSRef Scanner::MakeNumber(const Token& token) {
+  const bool isReal = token.kind == TokenKind::Real;
+  PSRef object = machine.heap.Make(isReal ? PSObjectType::Real : PSObjectType::Integer);
+  object->intValue = token.intValue;
+  object->realValue = token.realValue;
+  return object;
+}
+
+PSRef Scanner::MakeName(std::string_view nameText, bool literal) {
+  PSRef name = machine.heap.Make(PSObjectType::Name);
+  name->nameText = machine.names.Intern(nameText);
+  name->literal = literal ? 1 : 0;
   return name;
 }
 
-PSRef ParseNumber(ORXPrintEPSInterpreter& interpreter, std::string_view token) {
-  bool isReal = false;
-  bool mayBeReal = false;
-  for (const char c : token) {
-    isReal = isReal || c == '.' || c == 'E';
-    mayBeReal = mayBeReal || c == 'e';
+PSRef Scanner::MakeObject(std::string_view token) {
+  if (IsHexadecimal(token)) {
+    token.remove_prefix(token[0] == '1' ? 3 : 2);
+    return MakeInteger(static_cast<std::int32_t>(ParseHexadecimal(token)));
   }
-  if (isReal || mayBeReal) {
+  if (IsNumeric(token)) return ParseNumber(token);
+  return MakeName(token, false);
+}
+
+PSRef Scanner::ParseNumber(std::string_view token) {
+  const bool isReal = token.find_first_of(".E") != std::string_view::npos;
+  if (isReal || token.find('e') != std::string_view::npos) {
     const double value = ParseReal(token);
     // With nothing but an "e" a token that is worth 0 is no real: "0e5" is nothing at all.
     if (isReal || value != 0.0) {
-      PSRef real = interpreter.heap.Make(PSObjectType::Real);
+      PSRef real = machine.heap.Make(PSObjectType::Real);
       real->realValue = static_cast<float>(value);
       return real;
     }
   }
   const std::int32_t value = ParseInteger(token);
-  if (value != 0 || token == "0") return MakeInteger(interpreter, value);
-  return interpreter.heap.Make();
+  if (value != 0 || token == "0") return MakeInteger(value);
+  return machine.heap.Make();
 }
 
-PSRef MakeLiteralName(ORXPrintEPSInterpreter& interpreter, std::string_view text) {
-  PSRef name = interpreter.heap.Make(PSObjectType::Name);
-  name->nameText = interpreter.names.Intern(text);
-  return name;
-}
-
-PSRef ReadString(ORXPrintEPSInterpreter& interpreter) {
-  ScannerState& scanner = interpreter.scanner;
-  PSRef string = interpreter.heap.Make(PSObjectType::String);
-  std::string text;
-  std::uint64_t position = scanner.bytesRead - 1;
-  for (int open = 1; open != 0 && InputIsReadable(interpreter);) {
-    if (position == scanner.bytesRead) break;
-    position = scanner.bytesRead;
-    const std::string_view token = ReadToken(interpreter);
-    if (scanner.stoppedAtBinaryToken) {
+// A string that has no room is read to its end and lost.
+PSRef Scanner::ReadString() {
+  std::string string;
+  bool fits = true;
+  const auto add = [&string, &fits](std::string_view more) {
+    try {
+      fits = fits && AddToText(string, more);
+    } catch (const std::bad_alloc&) {
+      fits = false;
+    }
+  };
+  ProgressGuard progress(input);
+  for (int open = 1; open != 0 && input.IsReadable() && progress.Moved();) {
+    const Token token = ReadToken();
+    if (stoppedAtBinaryToken) {
       // Where the depth is 0 such a byte has no place in the text; left alone it would stop the
       // scanner here for ever.
       char dropped = 0;
-      ReadInputByte(interpreter, dropped);
+      static_cast<void>(input.ReadByte(dropped));
       continue;
     }
-    const char first = FirstSignificantByte(token);
+    const char first = FirstSignificantByte(token.text);
     if (first == '(') {
       ++open;
     } else if (first == ')') {
       --open;
     } else if (first == '\\') {
-      AddToText(interpreter, text, ReadTokenFor(interpreter, TokenUse::AfterBackslash));
-    } else if (ClassOf(first).kind != ByteKind::Delimiter) {
-      AddToText(interpreter, text, token);
+      add(ReadTokenFor(TokenUse::AfterBackslash).text);
+    } else if (!Is(first, kDelimiter)) {
+      add(token.text);
     }
   }
-  string->stringText = ORXString(text);
-  interpreter.heap.UpdateCharge(*string);
-  return string;
+  if (!fits) {
+    RaiseError(machine, "limitcheck");
+    return {};
+  }
+  PSRef object = machine.heap.Make(PSObjectType::String);
+  if (string.empty()) return object;
+  object->OwnParts().stringText = ORXString(string);
+  machine.heap.UpdateCharge(*object);
+  return object;
 }
 
-PSRef ReadProcedure(ORXPrintEPSInterpreter& interpreter) {
+namespace {
+
+// Whether the braces that are open all close here.
+bool ClosesAll(const Token& token, std::size_t& open) noexcept {
+  if (token.text.starts_with('{')) ++open;
+  return token.text == "}" && --open == 0;
+}
+
+}  // namespace
+
+// Adds what a token begins to the innermost of the open procedures.
+void Scanner::AddElement(std::vector<PSRef>& open, const Token& token) {
+  if (token.text.starts_with('{')) {
+    open.push_back(machine.heap.Make(PSObjectType::Procedure));
+  } else if (token.text == "}") {
+    CloseProcedure(open);
+  } else if (PSRef element = ReadObject(token)) {
+    open.back()->OwnParts().procElements.Append(std::move(element));
+  }
+}
+
+// Moves the innermost procedure into the one around it.
+void Scanner::CloseProcedure(std::vector<PSRef>& open) {
+  machine.heap.UpdateCharge(*open.back());
+  PSRef closed = std::move(open.back());
+  open.pop_back();
+  open.back()->OwnParts().procElements.Append(std::move(closed));
+}
+
+// When a ceiling is met or memory runs out on the way, the rest is read to its end and all of it
+// lost: run as part of the program it would do harm.
+PSRef Scanner::ReadProcedure() {
   std::vector<PSRef> open;  // the procedures that are being read, the outermost first
-  open.push_back(interpreter.heap.Make(PSObjectType::Procedure));
-  const auto closeInnermost = [&interpreter, &open] {
-    interpreter.heap.UpdateCharge(*open.back());
-    if (open.size() == 1) return;
-    ObjectList& outer = open[open.size() - 2]->procElements;
-    outer.Append(open.back().Get());
-    static_cast<void>(open.back().Leak());
-    open.pop_back();
+  std::size_t openBraces = 1;
+  const char* error = nullptr;
+  ProgressGuard progress(input);
+  const auto drop = [&open, &error](const char* itsError) {
+    if (!error) error = itsError;
+    while (!open.empty()) open.pop_back();
   };
-  std::uint64_t position = interpreter.scanner.bytesRead - 1;
-  while (InputIsReadable(interpreter) && position != interpreter.scanner.bytesRead) {
-    position = interpreter.scanner.bytesRead;
-    const std::string_view token = ReadToken(interpreter);
-    if (token.starts_with('{')) {
-      open.push_back(interpreter.heap.Make(PSObjectType::Procedure));
-    } else if (token == "}") {
-      if (open.size() == 1) break;
-      closeInnermost();
-    } else if (PSRef element = ReadObject(interpreter, token)) {
-      open.back()->procElements.Append(element.Get());
-      static_cast<void>(element.Leak());
+  bool isFirst = true;
+  while (isFirst || (input.IsReadable() && progress.Moved())) {
+    try {
+      if (isFirst) {
+        isFirst = false;
+        open.push_back(machine.heap.Make(PSObjectType::Procedure));
+        continue;
+      }
+      const Token token = ReadToken();
+      if (ClosesAll(token, openBraces)) break;
+      if (!error) {
+        AddElement(open, token);
+      } else if (token.text != "{" && token.text != "}") {
+        static_cast<void>(ReadObject(token));
+      }
+    } catch (const LimitReached& limit) {
+      drop(limit.error);
+    } catch (const std::bad_alloc&) {
+      drop("VMerror");
     }
   }
-  while (open.size() > 1) closeInnermost();
-  closeInnermost();
+  if (error) throw LimitReached{error};
+  while (open.size() > 1) CloseProcedure(open);
+  machine.heap.UpdateCharge(*open.front());
   return std::move(open.front());
 }
 
-PSRef ReadObject(ORXPrintEPSInterpreter& interpreter, std::string_view token) {
-  if (token.empty()) return ReadBinaryToken(interpreter);
-  switch (token.front()) {
+// "<<" and ">>" come as two tokens. Strings in hexadecimal are not supported: what follows the "<"
+// is lost.
+PSRef Scanner::ReadAngle(std::string_view bracket, std::string_view whole) {
+  if (ReadToken().text == bracket) return MakeObject(whole);
+  return {};
+}
+
+PSRef Scanner::ReadObject(const Token& token) {
+  switch (token.kind) {
+    case TokenKind::Nothing:
+      return ReadBinaryToken();
+    case TokenKind::Number:
+      return ParseNumber(token.text);
+    case TokenKind::Word:
+      return MakeObject(token.text);
+    case TokenKind::Integer:
+    case TokenKind::Real:
+      return MakeNumber(token);
+    case TokenKind::Delimiter:
+      break;
+  }
+  switch (token.text.front()) {
     case '(':
-      return ReadString(interpreter);
+      return ReadString();
     case '/':
-      return MakeLiteralName(interpreter, ReadToken(interpreter));
+      return MakeName(ReadToken().text, true);
     case '<':
-      // Strings in hexadecimal are not supported: what follows the "<" is lost.
-      if (ReadToken(interpreter) == "<") return MakeObject(interpreter, "<<");
-      return {};
+      return ReadAngle("<", "<<");
     case '>':
-      if (ReadToken(interpreter) == ">") return MakeObject(interpreter, ">>");
-      return {};
+      return ReadAngle(">", ">>");
     case '%':
     case ')':
     case '\\':
     case '}':
       return {};
     default:
-      return MakeObject(interpreter, token);
+      return MakeObject(token.text);
   }
 }
 

@@ -37,6 +37,21 @@ void DrawImage(DisplayRecorder& recorder, float x, float y, float xPixelSize, fl
   recorder.DrawImage(x, y, 0, &image);
 }
 
+TEST(DisplayRecorder, KeepsNoImageThatHasNoRoom) {
+  int refusals = 0;
+  std::size_t room = 6;  // the bytes of one image
+  DisplayRecorder recorder({SIZE_MAX, 0, 0,
+                            [&room](std::size_t bytes) {
+                              const bool isThere = bytes <= room;
+                              if (isThere) room -= bytes;
+                              return isThere;
+                            }},
+                           [&refusals] { ++refusals; });
+  for (int i = 0; i < 3; ++i) DrawImage(recorder, 0, 0, 1, 1);
+  EXPECT_EQ(ShapesOf(recorder.List()), "i ");
+  EXPECT_EQ(refusals, 2);
+}
+
 TEST(DisplayRecorder, MakesOneStrokeOfWhatStandsBetweenAttributeCalls) {
   DisplayRecorder recorder;
   recorder.LineTo(0, 0);  // without a point before it

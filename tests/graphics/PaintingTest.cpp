@@ -39,11 +39,11 @@ TEST(Painting, OnlyTheSingleCharacterZeroChoosesPoints) {
   for (const char* value : {"", "1", "00", "0 ", "-0"}) {
     const ScopedUnits units(value);
     Interpretation interpretation("");
-    EXPECT_EQ(interpretation.Get().unitScale, 0.35277778F) << value;
+    EXPECT_EQ(interpretation.Get().canvas.unitScale, 0.35277778F) << value;
   }
   const ScopedUnits units("0");
   Interpretation interpretation("");
-  EXPECT_EQ(interpretation.Get().unitScale, 1.0F);
+  EXPECT_EQ(interpretation.Get().canvas.unitScale, 1.0F);
 }
 
 TEST(Painting, SendsWholeContoursWithTheirRule) {
@@ -83,7 +83,7 @@ std::string AttributesAfter(std::string_view program) {
   Interpretation interpretation(program);
   static_cast<void>(interpretation.Draw());
   EXPECT_EQ(interpretation.Stack(), "") << program;
-  const orxeps::GraphicsState& state = interpretation.Get().graphics.current;
+  const orxeps::GraphicsState& state = interpretation.Get().canvas.states.current;
   std::string shown;
   for (const float value : {state.red, state.green, state.blue, state.lineWidth}) {
     shown += std::to_string(static_cast<int>(std::lround(value * 1000))) + " ";

@@ -86,7 +86,7 @@ TEST(Path, ArcsAreSixtySegmentsFromTheFirstAngleOn) {
   for (const auto& [program, pointsBefore, firstAngle, step] : kTable) {
     Interpretation interpretation(program);
     static_cast<void>(interpretation.Draw());
-    const orxeps::GraphicsStates& graphics = interpretation.Get().graphics;
+    const orxeps::GraphicsStates& graphics = interpretation.Get().canvas.states;
     ASSERT_EQ(graphics.PathCount(), pointsBefore + 61) << program;
     for (std::size_t i = 0; i <= 60; ++i) {
       const orxeps::PathPoint& point = graphics.PathAt(pointsBefore + 1 + i);
@@ -101,7 +101,7 @@ TEST(Path, ArcsAreSixtySegmentsFromTheFirstAngleOn) {
                               "0 0 1 1e39 dup sub 5 arc", "0 0 1 1e38 0 arc"}) {
     Interpretation interpretation(program);
     static_cast<void>(interpretation.Draw());
-    EXPECT_EQ(interpretation.Get().graphics.PathCount(), 62U) << program;
+    EXPECT_EQ(interpretation.Get().canvas.states.PathCount(), 62U) << program;
   }
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "plugin/SystemOperators.h"
 #include "ps/MemoryPoisoning.h"
-#include "ps/OperatorTable.h"
 #include "tests/hostile/HostileRunner.h"
 #include "tests/support/Base85.h"
 
@@ -106,7 +106,7 @@ std::string EveryOperatorOnEveryType() {
       "{1 2 add}", "mark",       "null", "true",   "/add load",   "0e5",
       "matrix",    "<< /x 1 >>", "0",    "() ",    "currentfile", "4096 array"};
   std::string document;
-  for (const orxeps::OperatorRow& row : orxeps::OperatorTable) {
+  for (const orxeps::OperatorRow& row : orxeps::SystemOperators().Rows()) {
     // These two read on in the document.
     if (row.name == "eexec" || row.name == "image") continue;
     for (const std::string_view first : kOperands) {

@@ -32,10 +32,12 @@ TEST(Filters, AreAttachedToTheFileTheyAreGiven) {
       "currentfile dup /ASCII85Decode filter /RunLengthDecode filter currentfile");
   static_cast<void>(interpretation.Draw());
   const orxeps::OperandStack& stack = interpretation.Get().operandStack;
-  EXPECT_EQ(stack.Below(1)->fileFilters.Count(), 2);
-  EXPECT_EQ(stack.Below(1)->fileFilters.At(1), interpretation.Get().ascii85Filter.get());
+  const ORXRawCollPV& attached = stack.Below(1)->Parts().fileFilters;
+  ASSERT_EQ(attached.Count(), 2);
+  EXPECT_EQ(attached.At(1), interpretation.Get().filters.ForName("ASCII85Decode"));
+  EXPECT_EQ(attached.At(2), interpretation.Get().filters.ForName("RunLengthDecode"));
   EXPECT_EQ(stack.Below(1), stack.Below(2));
-  EXPECT_EQ(stack.Below(0)->fileFilters.Count(), 0);
+  EXPECT_EQ(stack.Below(0)->Parts().fileFilters.Count(), 0);
 }
 
 TEST(Filters, KeepFaxParametersFromOneUseToTheNext) {
@@ -46,8 +48,10 @@ TEST(Filters, KeepFaxParametersFromOneUseToTheNext) {
       "/EncodedByteAlign true /DamagedRowsBeforeError 3 >> /CCITTFaxDecode filter\n"
       "currentfile /CCITTFaxDecode filter");
   static_cast<void>(interpretation.Draw());
-  ASSERT_TRUE(interpretation.Get().ccittFaxFilter);
-  const orxeps::FaxParameters& parameters = interpretation.Get().ccittFaxFilter->parameters;
+  const auto* filter = dynamic_cast<orxeps::CCITTFaxDecodeFilter*>(
+      interpretation.Get().filters.ForName("CCITTFaxDecode"));
+  ASSERT_TRUE(filter);
+  const orxeps::FaxParameters& parameters = filter->parameters;
   EXPECT_EQ(parameters.k, -1);
   EXPECT_EQ(parameters.columns, 600);
   EXPECT_EQ(parameters.rows, 20);

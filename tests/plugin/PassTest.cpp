@@ -24,7 +24,7 @@ TEST(Passes, LeaveTheStacksAndTheGraphicsStateToTheNext) {
   EXPECT_EQ(interpretation.Stack(), "0 1.0 0.1 1 1.0 3.0");
   EXPECT_EQ(interpretation.Path(), "M 2 2 M 2 2");
   EXPECT_EQ(interpretation.Get().dictionaryStack.Count(), 4);
-  EXPECT_EQ(interpretation.Get().graphics.SavedCount(), 2U);
+  EXPECT_EQ(interpretation.Get().canvas.states.SavedCount(), 2U);
   EXPECT_FALSE(interpretation.Get().dictionaries.systemdict);
   // A counting pass goes on with the matrix that it finds.
   static_cast<void>(interpretation.Count());
@@ -57,7 +57,7 @@ TEST(Passes, CountWhatRanWhateverItsResult) {
     Interpretation interpretation(program);
     EXPECT_EQ(interpretation.Count(), expected) << program;
     static_cast<void>(interpretation.Draw());
-    EXPECT_EQ(interpretation.Get().statistics, nullptr);
+    EXPECT_EQ(interpretation.Get().counters, nullptr);
     EXPECT_EQ(interpretation.Count(), expected) << program;
   }
 }

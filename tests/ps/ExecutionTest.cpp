@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 #include "tests/support/Interpretation.h"
@@ -56,23 +55,6 @@ TEST(Execution, RunsWithoutEndAreGivenUpAndTheNextObjectRuns) {
       {"{/p {p} def p 1} exec 2", "2 !execstackoverflow"},
       {"1000000 array aload pop 2 copy 1000000 copy cleartomark 1", "1 !stackoverflow"},
   });
-}
-
-TEST(Execution, OperatorsThatLackOperandsLeaveWhatThereIs) {
-  std::istringstream table(
-      "pop 1 exch 2 dup 1 roll 2 copy 1 index 1 add 2 sub 2 mul 2 div 2 idiv 2 mod 2 abs 1 neg 1 "
-      "round 1 ceiling 1 floor 1 eq 2 lt 2 exec 1 if 2 ifelse 3 bind 1 array 1 aload 1 astore 1 "
-      "length 1 get 2 put 3 forall 2 dict 1 begin 1 def 2 load 1 where 1 defineresource 3 "
-      "findresource 2 undefineresource 2 moveto 2 rmoveto 2 lineto 2 rlineto 2 curveto 6 arc 5 "
-      "arcn 5 setlinewidth 1 setlinecap 1 setlinejoin 1 setmiterlimit 1 setpagedevice 1 setgray 1 "
-      "setrgbcolor 3 rectclip 4 concat 1 currentmatrix 1 setmatrix 1 rotate 1 scale 2 translate 2 "
-      "transform 2 itransform 2 image 1 colorimage 1 filter 2");
-  std::string name;
-  for (int needed = 0; table >> name >> needed;) {
-    std::string present;
-    for (int i = 1; i < needed; ++i) present += "null ";
-    ExpectOutcomes({{present + name, present + "!stackunderflow"}});
-  }
 }
 
 TEST(Execution, OperatorsAnswerHowTheyWent) {

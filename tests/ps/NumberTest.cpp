@@ -44,7 +44,7 @@ Number ByTheLibrary(const std::string& token) {
 class Numbers : public testing::Test {
 protected:
   Number Made(const std::string& token) {
-    const orxeps::PSRef object = orxeps::MakeObject(interpretation.Get(), token);
+    const orxeps::PSRef object = interpretation.Get().scanner.MakeObject(token);
     EXPECT_EQ(object->literal, 1) << token;
     return {object->type, object->intValue, std::bit_cast<std::uint32_t>(object->realValue)};
   }

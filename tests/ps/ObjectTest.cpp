@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "ps/Dictionaries.h"
+#include "ps/NameTable.h"
 #include "ps/ObjectHeap.h"
 #include "tests/support/Interpretation.h"
 
@@ -11,6 +13,7 @@ namespace orxtests {
 namespace {
 
 using orxeps::LimitReached;
+using orxeps::NameTable;
 using orxeps::ObjectHeap;
 using orxeps::PSObject;
 using orxeps::PSObjectType;
@@ -25,71 +28,78 @@ PSRef MakeInteger(ObjectHeap& heap, std::int32_t value) {
 template <typename... Elements>
 PSRef MakeArray(ObjectHeap& heap, Elements... elements) {
   PSRef array = heap.Make(PSObjectType::Array);
-  (array->arrayElements.Append(elements.Leak()), ...);
+  (array->OwnParts().arrayElements.Append(std::move(elements)), ...);
   return array;
+}
+
+PSObject* Element(const PSObject& array, std::int32_t position) {
+  return array.Parts().arrayElements.At(position);
 }
 
 TEST(Objects, CloneCopiesElementsDeeplyAndSharesDictionaryValues) {
   ObjectHeap heap;
+  NameTable names(heap);
   PSRef dictionary = heap.Make(PSObjectType::Dictionary);
   PSObject* value = MakeInteger(heap, 7).Leak();
-  DictInsert(heap, *dictionary, "value", PSRef::Adopt(value));
+  DictInsert(heap, *dictionary, names.Intern("value"), PSRef::Adopt(value));
   const PSRef array =
       MakeArray(heap, MakeArray(heap, MakeInteger(heap, 1)), PSRef::Retain(dictionary.Get()));
   const PSRef clone = array->Clone();
-  const PSObject* inner = clone->arrayElements.At(1);
-  EXPECT_NE(inner, array->arrayElements.At(1));
-  EXPECT_NE(inner->arrayElements.At(1), array->arrayElements.At(1)->arrayElements.At(1));
-  EXPECT_EQ(inner->arrayElements.At(1)->intValue, 1);
-  EXPECT_NE(clone->arrayElements.At(2), dictionary.Get());
-  EXPECT_EQ(orxeps::DictLocate(clone->arrayElements.At(2)->dictEntries, "value"), value);
+  const PSObject* inner = Element(*clone, 1);
+  EXPECT_NE(inner, Element(*array, 1));
+  EXPECT_NE(Element(*inner, 1), Element(*Element(*array, 1), 1));
+  EXPECT_EQ(Element(*inner, 1)->intValue, 1);
+  EXPECT_NE(Element(*clone, 2), dictionary.Get());
+  EXPECT_EQ(orxeps::DictLocate(Element(*clone, 2)->Parts().dictEntries, "value"), value);
   EXPECT_EQ(value->refCount, 2U);
   EXPECT_EQ(clone->refCount, 1U);
 }
 
 TEST(Objects, AssignFromAppendsElementsAndReplacesTheDictionary) {
   ObjectHeap heap;
+  NameTable names(heap);
   const PSRef three =
       MakeArray(heap, MakeInteger(heap, 1), MakeInteger(heap, 2), MakeInteger(heap, 3));
   const PSRef two = MakeArray(heap, MakeInteger(heap, 4), MakeInteger(heap, 5));
-  const PSObject* kept = three->arrayElements.At(3);
+  const PSObject* kept = Element(*three, 3);
   three->AddRef();
   three->AssignFrom(*two);
   three->Release();
   EXPECT_EQ(three->refCount, 1U);
-  ASSERT_EQ(three->arrayElements.Count(), 5);
-  EXPECT_EQ(three->arrayElements.At(3), kept);
-  EXPECT_EQ(three->arrayElements.At(5)->intValue, 5);
-  EXPECT_NE(three->arrayElements.At(5), two->arrayElements.At(2));
+  ASSERT_EQ(three->Parts().arrayElements.Count(), 5);
+  EXPECT_EQ(Element(*three, 3), kept);
+  EXPECT_EQ(Element(*three, 5)->intValue, 5);
+  EXPECT_NE(Element(*three, 5), Element(*two, 2));
   three->AssignFrom(*three);
-  EXPECT_EQ(three->arrayElements.Count(), 10);
-  EXPECT_EQ(three->arrayElements.At(10)->intValue, 5);
+  EXPECT_EQ(three->Parts().arrayElements.Count(), 10);
+  EXPECT_EQ(Element(*three, 10)->intValue, 5);
 
   const PSRef source = heap.Make(PSObjectType::Dictionary);
   const PSRef target = heap.Make(PSObjectType::Dictionary);
-  DictInsert(heap, *source, "target", PSRef::Retain(target.Get()));
-  DictInsert(heap, *target, "old", MakeInteger(heap, 1));
+  DictInsert(heap, *source, names.Intern("target"), PSRef::Retain(target.Get()));
+  DictInsert(heap, *target, names.Intern("old"), MakeInteger(heap, 1));
   const std::size_t before = heap.LiveCount();
   target->AssignFrom(*source);
   EXPECT_EQ(heap.LiveCount(), before - 1) << "the value replaced is still alive";
   // Now the target holds itself, without a reference.
-  EXPECT_EQ(orxeps::DictLocate(target->dictEntries, "target"), target.Get());
+  EXPECT_EQ(orxeps::DictLocate(target->Parts().dictEntries, "target"), target.Get());
   EXPECT_EQ(target->refCount, 2U);
 }
 
 TEST(Objects, ADictionaryThatHoldsItselfHoldsNoReference) {
   ObjectHeap heap;
+  NameTable names(heap);
   PSRef dictionary = heap.Make(PSObjectType::Dictionary);
-  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
-  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  DictInsert(heap, *dictionary, names.Intern("self"), PSRef::Retain(dictionary.Get()));
+  DictInsert(heap, *dictionary, names.Intern("self"), PSRef::Retain(dictionary.Get()));
   EXPECT_EQ(dictionary->refCount, 1U);
-  DictInsert(heap, *dictionary, "self", MakeInteger(heap, 1));
-  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  DictInsert(heap, *dictionary, names.Intern("self"), MakeInteger(heap, 1));
+  DictInsert(heap, *dictionary, names.Intern("self"), PSRef::Retain(dictionary.Get()));
   EXPECT_EQ(dictionary->refCount, 1U);
   EXPECT_EQ(heap.LiveCount(), 1U);
-  EXPECT_FALSE(orxeps::DictRemove(*dictionary, "self"));
-  EXPECT_EQ(dictionary->dictEntries.Count(), 0);
-  DictInsert(heap, *dictionary, "self", PSRef::Retain(dictionary.Get()));
+  EXPECT_FALSE(orxeps::DictRemove(heap, *dictionary, names.Intern("self")));
+  EXPECT_EQ(dictionary->Parts().dictEntries.Count(), 0);
+  DictInsert(heap, *dictionary, names.Intern("self"), PSRef::Retain(dictionary.Get()));
   // Another dictionary with the same entries counts it like any other value.
   const PSRef clone = dictionary->Clone();
   EXPECT_EQ(dictionary->refCount, 2U);
@@ -99,12 +109,13 @@ TEST(Objects, ADictionaryThatHoldsItselfHoldsNoReference) {
 
 TEST(Objects, CopiesWithoutEndMeetTheirCeilingAndLeaveNothing) {
   ObjectHeap heap;
+  NameTable names(heap);
   PSRef array = heap.Make(PSObjectType::Array);
-  array->arrayElements.Append(PSRef::Retain(array.Get()).Leak());
+  array->OwnParts().arrayElements.Append(PSRef::Retain(array.Get()));
   EXPECT_THROW(static_cast<void>(array->Clone()), LimitReached);
   EXPECT_THROW(array->AssignFrom(*array), LimitReached);
   EXPECT_EQ(heap.LiveCount(), 1U);
-  EXPECT_EQ(array->arrayElements.Count(), 1);
+  EXPECT_EQ(array->Parts().arrayElements.Count(), 1);
 }
 
 }  // namespace

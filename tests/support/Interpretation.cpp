@@ -50,17 +50,17 @@ std::string Show(const PSObject& object) {
     case PSObjectType::Real:
       return ShowReal(object.realValue);
     case PSObjectType::String:
-      return "(" + std::string(object.stringText.View()) + ")";
+      return "(" + std::string(object.Parts().stringText.View()) + ")";
     case PSObjectType::Name:
       return (object.literal ? "/" : "") + std::string(object.nameText.View());
     case PSObjectType::Array:
-      return "[" + ShowElements(object.arrayElements) + "]";
+      return "[" + ShowElements(object.Parts().arrayElements) + "]";
     case PSObjectType::Procedure:
-      return "{" + ShowElements(object.procElements) + "}";
+      return "{" + ShowElements(object.Parts().procElements) + "}";
     case PSObjectType::File:
       return "file";
     case PSObjectType::Dictionary:
-      return "<<" + std::to_string(object.dictEntries.Count()) + ">>";
+      return "<<" + std::to_string(object.Parts().dictEntries.Count()) + ">>";
     case PSObjectType::Boolean:
       return object.boolValue ? "true" : "false";
     case PSObjectType::Mark:
@@ -135,10 +135,10 @@ std::string Interpretation::Stack() const {
 }
 
 std::string Interpretation::Path() const {
-  const orxeps::GraphicsStates& graphics = interpreter->graphics;
+  const orxeps::GraphicsStates& states = interpreter->canvas.states;
   std::string shown;
-  for (std::size_t i = 1; i <= graphics.PathCount(); ++i) {
-    const orxeps::PathPoint& point = graphics.PathAt(i);
+  for (std::size_t i = 1; i <= states.PathCount(); ++i) {
+    const orxeps::PathPoint& point = states.PathAt(i);
     if (i > 1) shown += ' ';
     shown += point.kind == orxeps::PathPointKind::Move ? "M " : "L ";
     shown += ShowCoordinate(point.x) + " " + ShowCoordinate(point.y);

@@ -1,0 +1,27 @@
+#include "orxprint/Outputs.h"
+
+#include "orxprint/Failure.h"
+
+namespace orxprint {
+
+Outputs::Outputs(const std::vector<std::string>& files) {
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (const auto identity = IdentityOf(files[i])) inputs.emplace(*identity, i);
+  }
+}
+
+void Outputs::Claim(const std::string& name, std::size_t document) {
+  const std::optional<FilePlace> place = PlaceOf(name);
+  if (!place) return;
+  const auto identity = IdentityOf(name);
+  const auto input = identity ? inputs.find(*identity) : inputs.end();
+  if (input != inputs.end()) {
+    throw Failure("the output " + name + " would replace the document " +
+                  (input->second == document ? "itself" : "of that name"));
+  }
+  if (owners.emplace(*place, document).first->second != document) {
+    throw Failure("the output " + name + " is that of another document");
+  }
+}
+
+}  // namespace orxprint

@@ -1,0 +1,102 @@
+// A document, the plug-in that interprets it and the limits on both, as one thing: it can be asked,
+// drawn and counted. One clock runs for all that is done for the document, from the moment that the
+// session is opened.
+//
+// Each of them is a run on a thread of its own in which an interpreter is built, used and deleted.
+// They return why they were stopped early, if they were, and throw Failure when there could be no
+// run or the document could not be read as it was; Stopped when nothing of the run can be used.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/ORXPrintInterpreter.h"
+#include "orxprint/CommandLine.h"
+#include "orxprint/Document.h"
+#include "orxprint/GuardedGenerator.h"
+#include "orxprint/PageAnswers.h"
+#include "orxprint/Plugin.h"
+#include "orxprint/RunControl.h"
+
+namespace orxprint {
+
+// The pages that a pass draws.
+struct PageSelection {
+  std::uint8_t allPages = 1;
+  std::uint32_t page = 0;  // matters only without allPages
+
+  static PageSelection All() { return {}; }
+  static PageSelection Only(std::uint32_t page) { return {0, page}; }
+};
+
+class Session {
+public:
+  // Opens the document, looks through it and warns when it does not begin like one. Throws Failure;
+  // or Stopped, when a limit was met before the end of the document was seen.
+  Session(const Plugin& itsPlugin, const CommonOptions& options, const std::string& file);
+
+  [[nodiscard]] const Document& Source() const { return *document; }
+  [[nodiscard]] const std::string& Name() const { return document->Name(); }
+  [[nodiscard]] std::optional<double> TimeLimit() const { return timeLimit; }
+  [[nodiscard]] const Deadline& End() const { return deadline; }
+  // Some time more, for what is to be done with the work that a limit stopped.
+  void Extend(double seconds);
+
+  // The control of a run that is to be started, under the session's limits.
+  [[nodiscard]] std::shared_ptr<RunControl> NewControl() const {
+    return std::make_shared<RunControl>(deadline);
+  }
+
+  // Answers about the document and the pages that `choose` names when it knows the former; there
+  // may be fewer pages when a limit stopped the asking.
+  using ChoosePages = std::function<std::vector<std::uint32_t>(const PageAnswers& answers)>;
+  [[nodiscard]] PageAnswers Ask(ChoosePages choose) const;
+  [[nodiscard]] PageAnswers Ask() const;
+
+  // Draws on a generator that nobody else touches until this returns.
+  template <typename Generator>
+  std::optional<Stop> Draw(PageSelection selection, std::shared_ptr<RunControl> control,
+                           std::shared_ptr<Generator> generator) const {
+    struct Guarded {
+      Guarded(RunControl& running, std::shared_ptr<Generator> inner)
+          : generator(std::move(inner)), guard(running, *generator) {}
+      std::shared_ptr<Generator> generator;
+      GuardedGenerator<Generator> guard;
+    };
+    const auto guarded = std::make_shared<Guarded>(*control, std::move(generator));
+    return DrawUnguarded(selection, std::move(control),
+                         std::shared_ptr<PrintGenerator>(guarded, &guarded->guard));
+  }
+  // The same without a guard between: for a generator that throws nothing and keeps nothing.
+  std::optional<Stop> DrawUnguarded(PageSelection selection, std::shared_ptr<RunControl> control,
+                                    std::shared_ptr<PrintGenerator> generator) const;
+
+  // The lines of the interpreter's counts; none when the run was left behind.
+  struct Counts {
+    std::optional<Stop> stop;
+    std::optional<ORXListValORXUnicodeString> lines;
+  };
+  [[nodiscard]] Counts Count() const;
+
+private:
+  using Work = std::function<void(ORXPrintInterpreter&)>;
+  std::optional<Stop> Interpret(std::shared_ptr<RunControl> control, Work work) const;
+
+  const Plugin& plugin;
+  std::optional<double> timeLimit;
+  Deadline deadline;
+  std::shared_ptr<const Document> document;
+};
+
+// The unit of everything that interpreters answer and draw, as the environment sets it now.
+struct Units {
+  double pointsPerUnit = 72.0 / 25.4;
+
+  static Units FromEnvironment();
+  [[nodiscard]] double MillimetresPerUnit() const { return pointsPerUnit * 25.4 / 72.0; }
+};
+
+}  // namespace orxprint

@@ -1,0 +1,52 @@
+// Whether the run may go on: what asks the host's watcher, and keeps its refusal until the pass
+// ends.
+#pragma once
+
+#include <cstdint>
+
+#include "host/ORXInterpreterWatcher.h"
+
+namespace orxeps {
+
+class RunWatch {
+public:
+  // The watcher is borrowed; null for none.
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept { watcher = newWatcher; }
+  void BeginPass() noexcept {
+    stopped = false;
+    end = {};
+  }
+  // Asks the watcher unless it has refused already.
+  [[nodiscard]] bool MayGoOn() noexcept {
+    if (watcher && !stopped) stopped = !watcher->MayGoOn();
+    return !stopped;
+  }
+  // Asks now and then: called once for each of many small steps.
+  [[nodiscard]] bool MayTakeStep() noexcept {
+    if (--stepsLeft > 0) return true;
+    stepsLeft = kStepsBetweenQuestions;
+    return MayGoOn();
+  }
+  [[nodiscard]] bool IsStopped() const noexcept { return stopped; }
+
+  // Notes what will be told of the pass. The first that is not a mere completion stays.
+  void NoteEnd(ORXPassResult result, const char* error, std::uint64_t position) noexcept {
+    if (end.result == ORXPassResult::Complete) end = {result, error, position};
+  }
+  // Tells the watcher. `position` is where the pass ended.
+  void EndPass(std::uint64_t position) noexcept {
+    if (stopped) end = {ORXPassResult::Stopped, "", position};
+    if (end.result == ORXPassResult::Complete) end.position = position;
+    if (watcher) watcher->PassEnded(end);
+  }
+
+private:
+  static constexpr std::int32_t kStepsBetweenQuestions = 4096;
+
+  ORXInterpreterWatcher* watcher = nullptr;
+  bool stopped = false;
+  std::int32_t stepsLeft = kStepsBetweenQuestions;
+  ORXPassEnd end;
+};
+
+}  // namespace orxeps
