@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/Documents.h"
+#include "bench/Encodings.h"
 #include "host/ORXRasterDecoders.h"
 #include "tests/framework/G4Encoder.h"
 

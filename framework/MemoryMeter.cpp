@@ -37,13 +37,15 @@ constinit MemoryMeter processMeter;
 MemoryMeter& MemoryMeter::Process() noexcept { return processMeter; }
 
 bool MemoryMeter::IsAbove(float share) noexcept {
-  unsigned& callsUntilLook = paceOfThread.callsUntilLook;
-  if (callsUntilLook == 0) {
-    LookAtClock();
-  } else {
-    --callsUntilLook;
+  // Between two looks at the clock memory is as little low as it was.
+  if (paceOfThread.callsUntilLook > 0) {
+    --paceOfThread.callsUntilLook;
+    return false;
   }
-  return Exceeds(share) && IsAboveNow(share);
+  LookAtClock();
+  if (!Exceeds(share) || !IsAboveNow(share)) return false;
+  paceOfThread.callsUntilLook = 0;
+  return true;
 }
 
 bool MemoryMeter::Exceeds(float share) const noexcept {

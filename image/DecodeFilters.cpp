@@ -1,6 +1,7 @@
 #include "image/DecodeFilters.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <type_traits>
 
@@ -30,8 +31,14 @@ FilterStatus DecodeByHost(HostDecoder decode, std::span<const unsigned char> enc
   return status;
 }
 
-// What the base-85 encoding is written with.
-bool IsBase85(char byte) noexcept { return byte == 'z' || (byte >= '!' && byte <= 'u'); }
+// 1 for each byte that the base-85 encoding is written with.
+constexpr std::array<std::uint8_t, 256> MakeBase85Bytes() {
+  std::array<std::uint8_t, 256> bytes{};
+  for (std::size_t byte = '!'; byte <= 'u'; ++byte) bytes[byte] = 1;
+  bytes['z'] = 1;
+  return bytes;
+}
+constexpr std::array<std::uint8_t, 256> kBase85Bytes = MakeBase85Bytes();
 
 // Collects bytes whose number is not known beforehand, up to the ceiling of an image.
 class Collector {
@@ -42,7 +49,7 @@ public:
     unsigned char* end = buffer.Data() + used;
     for (const char c : text) {
       *end = static_cast<unsigned char>(c);
-      end += IsBase85(c) ? 1 : 0;
+      end += kBase85Bytes[static_cast<unsigned char>(c)];
     }
     used = static_cast<std::size_t>(end - buffer.Data());
     return true;

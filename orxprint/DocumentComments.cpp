@@ -113,6 +113,7 @@ private:
 
   bool Load(std::uint64_t place) {
     blockPlace = place;
+    nextNewline = nextReturn = 0;
     bytes = std::string_view(block.data(), read(place, block.data(), block.size()));
     return !bytes.empty();
   }
@@ -125,14 +126,20 @@ private:
       if (sign == std::string_view::npos) return blockPlace + bytes.size();
       std::size_t start = sign;
       while (start > position && !IsLineEnd(bytes[start - 1])) --start;
-      std::size_t end = sign;
-      while (end < bytes.size() && !IsLineEnd(bytes[end])) ++end;
+      const std::size_t end = LineEndFrom(sign);
       const bool isWhole = (start > 0 || blockPlace == lineFloor) && end < bytes.size();
       if (!isWhole) return TakeLongLine(blockPlace + start, start == 0);
       reader.TakeLine(bytes.substr(start, end - start));
       position = end;
       lineFloor = blockPlace + end;
     }
+  }
+
+  // Each of the two is searched for once only, though one of them may be far away.
+  std::size_t LineEndFrom(std::size_t position) {
+    if (nextNewline <= position) nextNewline = std::min(bytes.find('\n', position), bytes.size());
+    if (nextReturn <= position) nextReturn = std::min(bytes.find('\r', position), bytes.size());
+    return std::min(nextNewline, nextReturn);
   }
 
   // A line that the block does not hold whole. Returns the place of its end.
@@ -189,7 +196,9 @@ private:
   const ByteReader& read;
   CommentReader& reader;
   std::vector<char> block = std::vector<char>(kBlockBytes);
-  std::string_view bytes;  // what the block holds
+  std::string_view bytes;       // what the block holds
+  std::size_t nextNewline = 0;  // in the block, from where it was looked for on
+  std::size_t nextReturn = 0;
   std::uint64_t blockPlace = 0;
   std::uint64_t lineFloor = 0;  // no line that is still to come begins before
 };

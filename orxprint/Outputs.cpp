@@ -14,10 +14,9 @@ void Outputs::Claim(const std::string& name, std::size_t document) {
   const std::optional<FilePlace> place = PlaceOf(name);
   if (!place) return;
   const auto identity = IdentityOf(name);
-  const auto input = identity ? inputs.find(*identity) : inputs.end();
-  if (input != inputs.end()) {
+  if (identity && inputs.contains(*identity)) {
     throw Failure("the output " + name + " would replace the document " +
-                  (input->second == document ? "itself" : "of that name"));
+                  (inputs.at(*identity) == document ? "itself" : "of that name"));
   }
   if (owners.emplace(*place, document).first->second != document) {
     throw Failure("the output " + name + " is that of another document");

@@ -438,6 +438,15 @@ class Failing(Faults):
             self.assertEqual(self.expect(5, *arguments, message=f"{module}: {message}"), b"")
         self.expect(5, "info", "a.eps", "--plugin", "\x1b[31m.so", message="\\x1b[31m.so")
 
+    def test_a_module_that_never_comes_back_is_left_behind_with_what_it_drew(self):
+        hanging = ["a.eps", "--plugin", str(FAULTS / "RUN_HANGS.so"), "--time-limit", "0.5"]
+        message = "a.eps: stopped by the time limit"
+        traced = self.expect(4, "trace", *hanging, message=message)
+        self.assertEqual(traced, b"SetLineWidth(1)\nMoveTo(0, 0)\nLineTo(10, 20)\n")
+        self.expect(4, "render", *hanging, "-f", "svg", message=message)
+        self.assertIn(b"<path", self.read("a.svg"))
+        self.assertIn(b"Pages: not stated", self.expect(4, "info", *hanging, message=message))
+
     def test_answers_that_are_not_taken_are_told_once(self):
         names = [self.write(f"{i}.eps", SMALL) for i in range(3)]
         told = "orxprint: cannot write standard output: "

@@ -237,7 +237,7 @@ const Hostile kRows[] = {
     // Sizes without measure.
     {"ArrayOfTwoThousandMillion",
      [] { return std::string("2000000000 array -1 array 1E9 array"); }},
-    {"ManyLargeArrays", [] { return Repeated(6, "1048576 array "); }, "VMerror", Rest::Runs,
+    {"ManyLargeArrays", [] { return Repeated(12, "1048576 array "); }, "VMerror", Rest::Runs,
      Circles::None, 768},
     {"RollByTwoThousandMillion",
      [] { return std::string("1 2 3 3 2000000000 roll 3 -2147483648 roll 2147483647 1 roll"); },
@@ -311,7 +311,7 @@ const Hostile kRows[] = {
      "stackoverflow", Rest::Runs, Circles::None, 320},
     {"MemoryUsedUpEarly",
      [] {
-       return "/f {1 array dup 0 4 -1 roll put f} def null f " + Repeated(600, "4096 array ") +
+       return "/f {1 array dup 0 4 -1 roll put f} def null f " + Repeated(2400, "4096 array ") +
               Repeated(kMillion / 4, "[(text) {1 2} /x] ");
      },
      "VMerror", Rest::IsSwallowed, Circles::None, 640},

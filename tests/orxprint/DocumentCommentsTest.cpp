@@ -12,6 +12,7 @@
 #include "framework/InputStreams.h"
 #include "host/ORXOMModule.h"
 #include "host/ORXPrintInterpreter.h"
+#include "orxprint/PageAnswers.h"
 
 namespace orxprint {
 namespace {
@@ -106,6 +107,62 @@ TEST(DocumentComments, KeepEveryLineThatTheLibraryAnswersFrom) {
   };
   for (const std::string& document : documents) {
     EXPECT_EQ(Answers(CommentsOf(document).lines), Answers(document)) << document;
+  }
+}
+
+TEST(DocumentComments, AreFoundWhereverBlocksEnd) {
+  constexpr std::size_t kBlock = 1 << 16;
+  const std::string comment = "%%Page: here 1";
+  for (const std::string& before : {"\n"s, "\r"s, "text "s, "a:b "s}) {
+    for (std::size_t place = kBlock - 20; place < kBlock + 3; ++place) {
+      // a line that begins in another block than the comment, or right before it
+      const std::string filling(place - before.size(), before[0] < ' ' ? 'x' : ' ');
+      const std::string document = filling + before + comment + "\n%%Pages: 1\n";
+      const DocumentComments comments = CommentsOf(document);
+      const std::size_t start = before[0] < ' ' ? place : 0;
+      EXPECT_EQ(comments.lines, document.substr(start)) << place;
+    }
+  }
+  // Only what the library looks at of a line is kept.
+  const std::string endless = "%%Page: " + std::string(std::size_t{20} << 20, '%');
+  EXPECT_EQ(CommentsOf(endless).lines.size(), (std::size_t{16} << 20) + 1);
+}
+
+TEST(Questioner, AnswersFromFewLinesWhatTheLibraryAnswersFromAll) {
+  const std::vector<std::string> documents = {
+      "%%Pages: 3\n%%BoundingBox: 0 0 612 792\n%%Page: (i) 1\nx %%Page: ii 2\n"
+      "%%PageBoundingBox: 0 0 300 400\n%%PageBoundingBox: 0 0 3 4\n%%Page: iii 3\n",
+      "%%Page: a b 1\n%%Page: 2\n%%Page:  spaced   1 \n%%Page: x +2\n%%Page: y 2x\n%%Page: -1 3\n",
+      "%%Page: 1 1 %%PageBoundingBox: 0 0 5 6\n%%BoundingBox: 0 0 7 8\n%%Page: 2 2\n%%EOF\n"
+      "%%Page: 3 3\n%%PageBoundingBox: 0 0 9 9\n%%BoundingBox: 0 0 11 11\n",
+      "a: b %%Page: 1 4\n%%Page: x 99999999999\n%%PageBoundingBox: (atend)\n%%BoundingBox: 0 0 1 "
+      "2\n",
+      "%%PageBoundingBox: 1 1 2 2\n%%Page: one 0\n%%PageBoundingBox: 0 0 8 0\n",
+      "",
+  };
+  for (const std::string& document : documents) {
+    TextStream text;
+    const std::unique_ptr<ORXPrintInterpreter> interpreter(static_cast<ORXPrintInterpreter*>(
+        ORXFillDictionary::Find("ORXPrintEPSInterpreter")(static_cast<PrintInputStream*>(&text))));
+    Questioner questioner(document, *interpreter, text);
+    for (const std::uint32_t page : {0U, 1U, 2U, 3U, 4U, 99U, 2147483647U, 4294967295U}) {
+      const PageAnswers::Page answer = questioner.AskAboutPage(page);
+      text.Show(document);
+      interpreter->SetAllPages(0);
+      interpreter->SetCurrentPage(page);
+      PageSize size;
+      ORXUnicodeString label;
+      const bool hasSize = interpreter->GetPageSize(&size.width, &size.height) != 0;
+      const bool hasLabel = interpreter->GetPageLabel(label) != 0;
+      ASSERT_EQ(answer.size.has_value(), hasSize) << document << page;
+      if (hasSize) {
+        EXPECT_EQ(std::pair(answer.size->width, answer.size->height),
+                  std::pair(size.width, size.height))
+            << document << page;
+      }
+      EXPECT_EQ(answer.label.value_or("none"), hasLabel ? label.ToUtf8() : "none")
+          << document << page;
+    }
   }
 }
 

@@ -479,7 +479,7 @@ class Limits(CommandLine):
 
     def test_a_document_that_fills_memory_is_stopped(self):
         self.write("full.eps", HEADER + BOX + SQUARE + "1 2 3 4 5 6 7 8\n" * 1_500_000)
-        limit = ["--memory-limit", "64M"]
+        limit = ["--memory-limit", "32M"]
         message = "full.eps: stopped: memory runs low"
         traced = self.expect(4, "trace", "full.eps", *limit, message=message)
         self.assertTrue(traced.endswith(b"report: ORXPrintCGM2Interpreter: Low Memory Error\n"))
