@@ -1,12 +1,11 @@
 #include "drawing/TraceGenerator.h"
 
-#include <zlib.h>
-
 #include <charconv>
 #include <cstdio>
 #include <numeric>
 #include <utility>
 
+#include "drawing/Crc32.h"
 #include "drawing/Text.h"
 #include "host/ORXPixelImage.h"
 
@@ -90,8 +89,7 @@ int TraceGenerator::FillArea(int contourCount, int* pointCounts, float* points) 
 int TraceGenerator::DrawImage(float x, float y, int flags, ORXPixelImage* image) {
   const std::span<const unsigned char> samples(image->Pixels(), image->ByteCount());
   char crc[16];
-  std::snprintf(crc, sizeof crc, "%08x",
-                static_cast<unsigned>(crc32_z(0, samples.data(), samples.size())));
+  std::snprintf(crc, sizeof crc, "%08x", static_cast<unsigned>(Crc32(samples)));
   Add("DrawImage(");
   Add(x);
   Add(", ");

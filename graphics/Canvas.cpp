@@ -4,6 +4,7 @@
 
 #include "graphics/Units.h"
 #include "host/ORXSystem.h"
+#include "ps/HostCalls.h"
 
 namespace orxeps {
 
@@ -34,16 +35,16 @@ bool UnitsAreMillimetres() noexcept {
 Canvas::Canvas(MemoryBudget& budget) noexcept
     : states(budget), unitScale(UnitsAreMillimetres() ? kMillimetresPerUnit : 1.0F) {}
 
+void Canvas::NewPage() {
+  CallHost([this] { return generator->NewPage(); });
+}
+
 void Canvas::DefineColor() {
   generator->DefineColor(kColorIndex, states.current.red, states.current.green,
                          states.current.blue);
 }
 
-void Canvas::Stroke() {
-  DefineColor();
-  generator->SetLineColor(kColorIndex);
-  generator->SetLineCap(states.current.lineCap);
-  generator->SetLineWidth(LineWidthToSend(states.current));
+void Canvas::SendPath() {
   const double scale = unitScale;
   states.VisitPath([this, scale](std::span<const PathPoint> points) {
     for (const PathPoint& point : points) {
@@ -54,6 +55,16 @@ void Canvas::Stroke() {
         generator->LineTo(output.x, output.y);
       }
     }
+  });
+}
+
+void Canvas::Stroke() {
+  CallHost([this] {
+    DefineColor();
+    generator->SetLineColor(kColorIndex);
+    generator->SetLineCap(states.current.lineCap);
+    generator->SetLineWidth(LineWidthToSend(states.current));
+    SendPath();
   });
   states.ClearPath();
 }
@@ -76,12 +87,17 @@ void Canvas::MakeContours() {
 }
 
 bool Canvas::Fill(FillRule rule) {
-  DefineColor();
-  generator->SetFillColor(kColorIndex);
+  CallHost([this] {
+    DefineColor();
+    return generator->SetFillColor(kColorIndex);
+  });
   if (states.PathCount() == 0) return false;
   MakeContours();
-  generator->SetFillRule(static_cast<int>(rule));
-  generator->FillArea(static_cast<int>(pointCounts.size()), pointCounts.data(), coordinates.data());
+  CallHost([this, rule] {
+    generator->SetFillRule(static_cast<int>(rule));
+    return generator->FillArea(static_cast<int>(pointCounts.size()), pointCounts.data(),
+                               coordinates.data());
+  });
   states.ClearPath();
   if (coordinates.size() > kCoordinatesKept) {
     coordinates = {};
@@ -91,7 +107,8 @@ bool Canvas::Fill(FillRule rule) {
 }
 
 void Canvas::DrawImage(FloatPoint origin, ORXPixelImage& image) {
-  generator->DrawImage(unitScale * origin.x, unitScale * origin.y, 0, &image);
+  CallHost(
+      [&] { return generator->DrawImage(unitScale * origin.x, unitScale * origin.y, 0, &image); });
 }
 
 }  // namespace orxeps

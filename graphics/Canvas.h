@@ -32,9 +32,9 @@ public:
   [[nodiscard]] const GraphicsState& Current() const noexcept { return states.current; }
   [[nodiscard]] bool HasGenerator() const noexcept { return generator != nullptr; }
 
-  // REQUIRES, from here on: there is a generator.
+  // REQUIRES, from here on: there is a generator. What it throws comes out as HostThrew.
 
-  void NewPage() { generator->NewPage(); }
+  void NewPage();
   // The path goes out as polylines and is emptied.
   void Stroke();
   // The path goes out as one area and is emptied; an empty path sends its colour only. Whether
@@ -45,6 +45,7 @@ public:
 
 private:
   void DefineColor();
+  void SendPath();
   void MakeContours();
 
   // The path to fill in output units: the coordinates of all points, and how many points each

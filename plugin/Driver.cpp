@@ -6,7 +6,9 @@
 
 #include "host/ORXPrintPropertiesManager.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
+#include "plugin/Visit.h"
 #include "ps/Execution.h"
+#include "ps/HostCalls.h"
 #include "ps/Operands.h"
 
 namespace orxeps {
@@ -75,7 +77,7 @@ bool ORXPrintEPSInterpreter::TakesEffect(bool isShowPage) const noexcept {
 
 // A full stack is met without throwing: documents that overflow it go on to do so with every token.
 void ORXPrintEPSInterpreter::PushLiteral(PSRef object) {
-  if (operandStack.IsFull()) return AbandonRun(*this, "stackoverflow");
+  if (operandStack.IsFull()) return MeetLimit(ORXPassResult::LimitMet, "stackoverflow");
   operandStack.Push(std::move(object));
 }
 
@@ -87,6 +89,7 @@ void ORXPrintEPSInterpreter::InterpretNext() {
   if (heap.IsFull()) {
     // Nothing can run any more, so the rest is only looked through for page comments.
     RaiseError(*this, "VMerror");
+    watch.NoteEnd(ORXPassResult::LimitMet, "VMerror", scanner.input.Position());
     return;
   }
   switch (token.kind) {
@@ -113,14 +116,20 @@ void ORXPrintEPSInterpreter::InterpretNext() {
   }
 }
 
-void ORXPrintEPSInterpreter::InterpretNextWithinLimits() noexcept {
+void ORXPrintEPSInterpreter::InterpretNextWithinLimits() {
   try {
     InterpretNext();
   } catch (const LimitReached& limit) {
-    AbandonRun(*this, limit.error);
+    MeetLimit(ORXPassResult::LimitMet, limit.error);
   } catch (const std::bad_alloc&) {
-    AbandonRun(*this, "VMerror");
+    MeetLimit(ORXPassResult::OutOfMemory, "VMerror");
   }
+}
+
+// Gives up what runs, and tells of it at the end of the pass.
+void ORXPrintEPSInterpreter::MeetLimit(ORXPassResult result, const char* error) noexcept {
+  AbandonRun(*this, error);
+  watch.NoteEnd(result, error, scanner.input.Position());
 }
 
 void ORXPrintEPSInterpreter::RunMainLoop() {
@@ -136,20 +145,27 @@ void ORXPrintEPSInterpreter::RunMainLoop() {
   }
 }
 
-// Whether the program could begin to run.
-bool ORXPrintEPSInterpreter::RunPass() noexcept {
+// Gives up the pass because the host's stream or generator threw. The stacks stay as they are.
+void ORXPrintEPSInterpreter::GiveUpPass() noexcept {
+  executionStack.Abandon();
+  watch.NoteEnd(ORXPassResult::HostThrew, "", scanner.input.Position());
+}
+
+// Whether the program could run to its end.
+bool ORXPrintEPSInterpreter::RunProgram() noexcept {
   try {
     heap.BeginPass();
     BuildStandardDictionaries();
     scanner.input.Rewind();
     RunMainLoop();
-    watch.EndPass(scanner.input.Position());
-    scanner.input.ClearEndOfFile();
     return true;
   } catch (const LimitReached& limit) {
-    AbandonRun(*this, limit.error);
+    MeetLimit(ORXPassResult::LimitMet, limit.error);
   } catch (const std::bad_alloc&) {
-    AbandonRun(*this, "VMerror");
+    MeetLimit(ORXPassResult::OutOfMemory, "VMerror");
+  } catch (const HostThrew&) {
+    GiveUpPass();
+    dictionaries = {};
   }
   return false;
 }
@@ -158,18 +174,30 @@ bool ORXPrintEPSInterpreter::RunPass() noexcept {
 bool ORXPrintEPSInterpreter::RunWholePass() noexcept {
   pageCounter = 0;
   watch.BeginPass();
-  scanner.input.Open();
-  const bool ran = RunPass();
-  scanner.input.Close();
+  bool ran = false;
+  try {
+    scanner.input.Open();
+    ran = RunProgram();
+    const std::uint64_t position = scanner.input.Position();
+    scanner.input.ClearEndOfFile();
+    scanner.input.Close();
+    watch.NoteEnd(ORXPassResult::Complete, "", position);
+  } catch (const HostThrew&) {
+    GiveUpPass();
+    ran = false;
+    dictionaries = {};
+  }
   if (ran) dictionaries = {};
   // Nothing would ever paint what a counting pass has gathered to the brim.
   if (!canvas.HasGenerator()) canvas.states.EmptyFullPath();
   names.DropUnused();
+  watch.EndPass();
   return ran;
 }
 
 int ORXPrintEPSInterpreter::Generate(PrintGenerator* newGenerator) noexcept {
-  if (!newGenerator || !scanner.input.HasStream()) return 0;
+  if (isVisited || !newGenerator || !scanner.input.HasStream()) return 0;
+  const Visit visit(isVisited);
   canvas.generator = newGenerator;
   canvas.Current().ctm = ORXMath3x3Matrix();
   return RunWholePass() ? 1 : 0;
@@ -187,6 +215,8 @@ void AppendCount(ORXListValORXUnicodeString& lines, const char* text, std::int32
 }  // namespace
 
 int ORXPrintEPSInterpreter::CollectStatistics(ORXListValORXUnicodeString& lines) noexcept {
+  if (isVisited) return 0;
+  const Visit visit(isVisited);
   StatisticsRecord counted{};
   counters = counted.data();
   if (scanner.input.HasStream()) static_cast<void>(RunWholePass());

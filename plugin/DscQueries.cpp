@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "plugin/ORXPrintEPSInterpreter.h"
+#include "plugin/Visit.h"
+#include "ps/HostCalls.h"
 #include "ps/Limits.h"
 #include "ps/Numbers.h"
 
@@ -21,19 +23,22 @@ enum class AtEnd { Rewind, LeaveThere };
 // of a CR LF pair is an empty line of its own. Tabs read as spaces.
 class LineReader {
 public:
-  LineReader(InputReader& reader, RunWatch& runWatch, AtEnd atEnd)
-      : input(reader), watch(runWatch), whereToStop(atEnd) {
-    watch.BeginPass();
+  LineReader(InputReader& reader, AtEnd atEnd) : input(reader), whereToStop(atEnd) {
     input.Open();
     input.Rewind();
   }
   LineReader(const LineReader&) = delete;
   LineReader& operator=(const LineReader&) = delete;
+  // Leaves the input as every pass does. What the host throws here comes too late to matter: the
+  // answer has been found, or something was thrown before.
   ~LineReader() {
-    watch.EndPass(input.Position());
-    input.ClearEndOfFile();
-    if (whereToStop == AtEnd::Rewind) input.Rewind();
-    input.Close();
+    try {
+      input.ClearEndOfFile();
+      if (whereToStop == AtEnd::Rewind) input.Rewind();
+      input.Close();
+    } catch (const HostThrew&) {
+      return;
+    }
   }
 
   // False at the end of the data, and when the input stands still. A line of which not even the
@@ -63,7 +68,6 @@ private:
   }
 
   InputReader& input;
-  RunWatch& watch;
   const AtEnd whereToStop;
   std::string line;
   bool lineWasRead = true;
@@ -142,31 +146,27 @@ bool ReadPageCount(std::string_view line, unsigned& count) noexcept {
   return fields.endedCount <= 1;
 }
 
-void KeepLarger(float* result, float size) noexcept {
-  if (size > *result) *result = size;
+void KeepLarger(float& result, float size) noexcept {
+  if (size > result) result = size;
 }
 
 }  // namespace
 
-int ORXPrintEPSInterpreter::GetPageCount(unsigned* count) noexcept try {
-  if (!scanner.input.HasStream()) return 0;
-  LineReader reader(scanner.input, watch, AtEnd::Rewind);
+bool ORXPrintEPSInterpreter::FindPageCount(unsigned& count) {
+  LineReader reader(scanner.input, AtEnd::Rewind);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (!Contains(line, "%%Pages: ") || Contains(line, "(atend)")) continue;
-    if (ReadPageCount(line, *count)) return 1;
+    if (ReadPageCount(line, count)) return true;
   }
-  return 0;
-} catch (const std::bad_alloc&) {
-  return 0;
+  return false;
 }
 
-int ORXPrintEPSInterpreter::GetPageSize(float* width, float* height) noexcept try {
-  if (!scanner.input.HasStream()) return 0;
+bool ORXPrintEPSInterpreter::FindPageSize(float& width, float& height) {
   unsigned pageCount = 0;
-  GetPageCount(&pageCount);
+  static_cast<void>(FindPageCount(pageCount));
   unsigned page = 0;
-  LineReader reader(scanner.input, watch, AtEnd::LeaveThere);
+  LineReader reader(scanner.input, AtEnd::LeaveThere);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (Contains(line, "%%EOF")) break;
@@ -184,19 +184,16 @@ int ORXPrintEPSInterpreter::GetPageSize(float* width, float* height) noexcept tr
       if (isDocumentBox) break;
     } else if (AllPagesFlag() == 0) {
       if (!isDocumentBox && page != SelectedPage()) continue;
-      *width = x;
-      *height = y;
+      width = x;
+      height = y;
       if (isPageBox) break;
     }
   }
-  return *width != 0.0F && *height != 0.0F ? 1 : 0;
-} catch (const std::bad_alloc&) {
-  return 0;
+  return width != 0.0F && height != 0.0F;
 }
 
-int ORXPrintEPSInterpreter::GetPageLabel(ORXUnicodeString& label) noexcept try {
-  if (!scanner.input.HasStream()) return 0;
-  LineReader reader(scanner.input, watch, AtEnd::Rewind);
+bool ORXPrintEPSInterpreter::FindPageLabel(ORXUnicodeString& label) {
+  LineReader reader(scanner.input, AtEnd::Rewind);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (!Contains(line, "%%Page:")) continue;
@@ -211,12 +208,41 @@ int ORXPrintEPSInterpreter::GetPageLabel(ORXUnicodeString& label) noexcept try {
     }
     if (static_cast<std::uint32_t>(ParseInteger(ordinal)) == SelectedPage()) {
       label = ORXUnicodeString(ORXString(fields.first));
-      return 1;
+      return true;
     }
   }
-  return 0;
-} catch (const std::bad_alloc&) {
-  return 0;
+  return false;
+}
+
+// Runs a query as a visit of its own. Whether it found an answer, as 1 or 0.
+template <typename Query>
+int ORXPrintEPSInterpreter::Answer(Query query) noexcept {
+  if (isVisited || !scanner.input.HasStream()) return 0;
+  const Visit visit(isVisited);
+  watch.BeginPass();
+  bool found = false;
+  try {
+    found = query();
+    watch.NoteEnd(ORXPassResult::Complete, "", scanner.input.Position());
+  } catch (const std::bad_alloc&) {
+    watch.NoteEnd(ORXPassResult::OutOfMemory, "VMerror", scanner.input.Position());
+  } catch (const HostThrew&) {
+    watch.NoteEnd(ORXPassResult::HostThrew, "", scanner.input.Position());
+  }
+  watch.EndPass();
+  return found ? 1 : 0;
+}
+
+int ORXPrintEPSInterpreter::GetPageCount(unsigned* count) noexcept {
+  return Answer([&] { return FindPageCount(*count); });
+}
+
+int ORXPrintEPSInterpreter::GetPageSize(float* width, float* height) noexcept {
+  return Answer([&] { return FindPageSize(*width, *height); });
+}
+
+int ORXPrintEPSInterpreter::GetPageLabel(ORXUnicodeString& label) noexcept {
+  return Answer([&] { return FindPageLabel(label); });
 }
 
 }  // namespace orxeps

@@ -6,8 +6,12 @@
 // after its destruction nothing that it made is left. It is usable from construction on; what one
 // pass leaves on the stacks, in the graphics state and in the path is there in the next.
 //
-// No operation throws. When memory runs out inside a pass the object of the input that was being
-// read or run is given up (VMerror) and the pass goes on.
+// A pass or query that is asked for from inside a callback of one that runs answers 0 and touches
+// nothing.
+//
+// No operation throws; when the host's stream or generator does, the pass or query ends and answers
+// 0 (CollectStatistics 1, with its lines). When memory runs out inside a pass the object of the
+// input that was being read or run is given up (VMerror) and the pass goes on.
 #pragma once
 
 #include <cstdint>
@@ -66,10 +70,19 @@ private:
   [[nodiscard]] bool TakesEffect(bool isShowPage) const noexcept;
   void PushLiteral(PSRef object);
   void InterpretNext();
-  void InterpretNextWithinLimits() noexcept;
+  void InterpretNextWithinLimits();
   void RunMainLoop();
-  [[nodiscard]] bool RunPass() noexcept;
+  void MeetLimit(ORXPassResult result, const char* error) noexcept;
+  void GiveUpPass() noexcept;
+  [[nodiscard]] bool RunProgram() noexcept;
   [[nodiscard]] bool RunWholePass() noexcept;
+  template <typename Query>
+  int Answer(Query query) noexcept;
+  [[nodiscard]] bool FindPageCount(unsigned& count);
+  [[nodiscard]] bool FindPageSize(float& width, float& height);
+  [[nodiscard]] bool FindPageLabel(ORXUnicodeString& label);
+
+  bool isVisited = false;  // a pass or a query runs; another answers 0 and touches nothing
 };
 
 // The parts of the interpreter that handlers name in their signatures.

@@ -4,6 +4,8 @@
 #include <limits>
 #include <new>
 
+#include "ps/HostCalls.h"
+
 namespace orxeps {
 
 namespace {
@@ -37,31 +39,35 @@ void InputReader::Open() {
   hasPushedBack = false;
   nextBlock = std::min(kFirstBlockBytes, largestBlock);
   mostAtOnce = largestBlock;
-  stream->Open("rb");
+  CallHost([this] { return stream->Open("rb"); });
 }
 
 void InputReader::Rewind() {
   DropBlock();
   hasPushedBack = false;
-  stream->Seek(0, 0);
+  CallHost([this] { return stream->Seek(0, 0); });
   takenAtOpen = BytesTaken();
   foreignTaken = 0;
 }
 
 void InputReader::ClearEndOfFile() {
-  GiveBack();
-  stream->ClearEndOfFile();
+  CallHost([this] {
+    GiveBack();
+    return stream->ClearEndOfFile();
+  });
 }
 
 void InputReader::Close() {
-  GiveBack();
-  stream->Close();
+  CallHost([this] {
+    GiveBack();
+    return stream->Close();
+  });
 }
 
 void InputReader::SeekToEnd() {
   DropBlock();
   hasPushedBack = false;
-  stream->Seek(0, 2);
+  CallHost([this] { return stream->Seek(0, 2); });
 }
 
 bool InputReader::ReadBytes(unsigned char* bytes, std::size_t count) {
@@ -90,7 +96,7 @@ bool InputReader::ReadSlowly(char& byte) {
     byte = pushedBack;
     return true;
   }
-  if (!watch.MayGoOn() || !(FetchBlock() || FetchByte())) {
+  if (!watch.MayGoOn() || !CallHost([this] { return FetchBlock() || FetchByte(); })) {
     canStepBack = false;
     return false;
   }
@@ -100,10 +106,16 @@ bool InputReader::ReadSlowly(char& byte) {
 
 bool InputReader::IsReadableSlowly() {
   if (hasPushedBack) return true;
-  return !watch.IsStopped() && stream->IsReadable() == 1;
+  return !watch.IsStopped() && CallHost([this] { return stream->IsReadable(); }) == 1;
 }
 
-bool InputReader::StreamHasMoreData() { return !watch.IsStopped() && stream->HasMoreData() != 0; }
+bool InputReader::StreamHasMoreData() {
+  return !watch.IsStopped() && CallHost([this] { return stream->HasMoreData(); }) != 0;
+}
+
+int InputReader::StreamState() {
+  return CallHost([this] { return stream->GetState(); });
+}
 
 bool InputReader::FetchBlock() {
   DropBlock();

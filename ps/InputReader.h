@@ -8,8 +8,8 @@
 // the end of its data sticks, so going back clears that first. When a pass ends, the stream stands
 // behind the last byte that was taken.
 //
-// A stream may be null: then there is nothing to read, and every answer is that of a stream at its
-// end.
+// What the stream throws comes out as HostThrew. A stream may be null: then there is nothing to
+// read, and every answer is that of a stream at its end.
 #pragma once
 
 #include <array>
@@ -72,7 +72,7 @@ public:
   // False from the first read that failed at the end of the data.
   [[nodiscard]] bool HasMoreData() { return HasBlockAhead() || StreamHasMoreData(); }
   // The stream's state, 0 in the normal one.
-  [[nodiscard]] int GetState() { return HasBlockAhead() ? stateAhead : stream->GetState(); }
+  [[nodiscard]] int GetState() { return HasBlockAhead() ? stateAhead : StreamState(); }
   // Goes to the end of the data.
   void SeekToEnd();
 
@@ -98,6 +98,7 @@ private:
   [[nodiscard]] bool ReadSlowly(char& byte);
   [[nodiscard]] bool IsReadableSlowly();
   [[nodiscard]] bool StreamHasMoreData();
+  [[nodiscard]] int StreamState();
   bool FetchBlock();
   bool FetchByte();
   std::size_t ReadBlockAt(unsigned position, std::size_t size);

@@ -29,14 +29,14 @@ public:
   }
   [[nodiscard]] bool IsStopped() const noexcept { return stopped; }
 
-  // Notes what will be told of the pass. The first that is not a mere completion stays.
+  // Notes what will be told of the pass, and where in the document it happened. The first that is
+  // not a mere completion stays, unless the watcher itself stopped the pass.
   void NoteEnd(ORXPassResult result, const char* error, std::uint64_t position) noexcept {
+    if (stopped) end = {ORXPassResult::Stopped, "", position};
     if (end.result == ORXPassResult::Complete) end = {result, error, position};
   }
-  // Tells the watcher. `position` is where the pass ended.
-  void EndPass(std::uint64_t position) noexcept {
-    if (stopped) end = {ORXPassResult::Stopped, "", position};
-    if (end.result == ORXPassResult::Complete) end.position = position;
+  // Tells the watcher.
+  void EndPass() noexcept {
     if (watcher) watcher->PassEnded(end);
   }
 
