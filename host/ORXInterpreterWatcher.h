@@ -32,8 +32,8 @@ struct ORXPassEnd {
   std::uint64_t position = 0;
 };
 
-// Called on the thread that runs the pass, in its middle: from here no operation of the interpreter
-// may be called, and nothing may be thrown.
+// Called on the thread that runs the pass, in its middle: from here operations of the interpreter
+// answer 0, and nothing may be thrown.
 class ORXInterpreterWatcher {
 public:
   // Asked every few thousand steps of a run and whenever more of the input is fetched. A single
@@ -41,10 +41,8 @@ public:
   // asking. False ends the pass or query as the end of the input would, after the operator that
   // runs; it is not asked again before the next one.
   virtual bool MayGoOn() noexcept = 0;
-  // Told at the end of each reading of the document, before the call that started it returns: once
-  // for a pass and for a query, twice for GetPageSize, which asks for the page count first. Not
-  // told where there was no reading: without an input, or when memory ran out before the program
-  // began.
+  // Told once at the end of each pass and query, before the call that started it returns; not where
+  // there was nothing to read from.
   virtual void PassEnded(const ORXPassEnd& end) noexcept = 0;
 
 protected:

@@ -5,6 +5,10 @@
 // virtual destructor. All calls come from one thread at a time. Every query and every pass is
 // complete in itself: it opens, rewinds and closes the document's input.
 //
+// A pass or query that is asked for from inside a callback of the same interpreter's running pass
+// answers 0 and touches nothing; destroying the interpreter there is forbidden. Callbacks run with
+// floating-point rounding to nearest and without traps, whatever the calling thread has set.
+//
 // Results are 1 for success and 0 for "no answer" unless an operation says otherwise.
 #pragma once
 

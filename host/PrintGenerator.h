@@ -5,6 +5,8 @@
 // is "0"; y grows upwards. Line widths arrive in millimetres either way. Colour components are
 // nominally 0 to 1 and are not clamped. Interpreters ignore every result.
 //
+// Nothing should be thrown from here. Whatever is ends the pass, and Generate answers 0.
+//
 // A stroke is the attribute calls DefineColor, SetLineColor, SetLineCap, SetLineWidth followed by
 // MoveTo and LineTo calls; nothing marks its end, the next attribute call does. A fill is
 // DefineColor, SetFillColor, SetFillRule, FillArea.

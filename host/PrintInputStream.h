@@ -4,6 +4,8 @@
 // Seek(0, 0), reads, ClearEndOfFile, Close. Positions are bytes from the start. A negative status
 // is a failure. One byte can be pushed back between two reads.
 //
+// Nothing should be thrown from here. Whatever is ends the pass or query, which then answers 0.
+//
 // Byte and end conditions, relied upon throughout:
 // 1. A failed ReadByte consumes nothing and leaves the byte as it was. From the first read that
 //    fails at the end of the data HasMoreData is 0, until ClearEndOfFile or Open.

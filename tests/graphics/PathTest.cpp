@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <random>
 #include <string>
 
@@ -130,6 +131,28 @@ TEST(ArcAngles, EndWhereTheStepsEnd) {
             << first << ' ' << last;
       }
     }
+  }
+}
+
+TEST(ArcAngles, TooFarApartAreBroughtInOrderAtOnce) {
+  const float kInfinity = std::numeric_limits<float>::infinity();
+  const struct {
+    float first;
+    float last;
+    ArcDirection direction;
+    float expected;
+  } kTable[] = {
+      // By exact arithmetic: 1e30 in single precision is 120 degrees beyond whole turns.
+      {100.0F, -1e30F, ArcDirection::CounterClockwise, 240.0F},
+      {0.0F, 1e30F, ArcDirection::Clockwise, -240.0F},
+      {-55.9997902F, -3.9843277e12F, ArcDirection::CounterClockwise, 304.0F},
+      {5.0F, -kInfinity, ArcDirection::CounterClockwise, 5.0F},
+      {5.0F, kInfinity, ArcDirection::Clockwise, 5.0F},
+      {5.0F, kInfinity, ArcDirection::CounterClockwise, kInfinity},
+  };
+  for (const auto& row : kTable) {
+    const float end = OrderedEndAngle(row.first, row.last, row.direction);
+    EXPECT_EQ(end, row.expected) << row.first << ' ' << row.last;
   }
 }
 

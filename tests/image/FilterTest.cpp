@@ -56,6 +56,17 @@ TEST(Filters, AreAttachedOnlyWhileTheStreamIsInItsNormalState) {
   }
 }
 
+TEST(Filters, MoreThanThereCanBeDrawNothing) {
+  const auto program = [](int filters) {
+    std::string text = "<< /Width 1 /Height 1 /BitsPerComponent 8 /DataSource currentfile ";
+    for (int i = 0; i < filters; ++i) text += "/ASCII85Decode filter ";
+    return text + ">> image\n5sb~> 7";
+  };
+  EXPECT_NE(CallsOf(program(1)), "");
+  EXPECT_EQ(CallsOf(program(orxeps::kMaxFilters + 1)), "");
+  ExpectOutcomes({{program(orxeps::kMaxFilters + 1), "7 !limitcheck"}});
+}
+
 TEST(Filters, GiveFaxRowsOfWholeBytes) {
   const std::string twoWhiteRows = "11" + std::string(orxframework::ccitt::kEndOfBlockText);
   const std::vector<unsigned char> data = orxframework::ccitt::PackBits(twoWhiteRows);

@@ -182,6 +182,7 @@ TEST(ColorImage, LeavesWhatItDidNotTakeWhenItFails) {
   ExpectOutcomes({
       {"1 2 3.0 colorimage", "1 2 3.0"},
       {"8 8 8 true 3 colorimage", ""},
+      {"9 8 7 6 true false 5 colorimage", "9"},
       {"9 0 2 8 matrix " + Sources(1) + "false 1 colorimage", "9 0"},
       {"9 2 -2 8 matrix " + Sources(1) + "false 1 colorimage", "9 2"},
       {"9 8 2 1 8 matrix " + Sources(2) + "true 3 colorimage 7", "9 8 7"},

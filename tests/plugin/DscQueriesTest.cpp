@@ -47,6 +47,47 @@ TEST(DscQueries, PageCountIsTheFirstUsablePagesComment) {
   }
 }
 
+// Fails to read the byte at one position so many times, and stays readable.
+class StumblingStream final : public PrintInputStream {
+public:
+  StumblingStream(PrintInputStream& borrowed, unsigned place, int times)
+      : stream(borrowed), stumblingBlock(place), failuresLeft(times) {}
+
+  int Open(const char* mode) override { return stream.Open(mode); }
+  int Read(void* /*buffer*/, int /*count*/, int* /*countRead*/) override { return -1; }
+  int ReadByte(char* byte) override {
+    unsigned position = 0;
+    stream.GetPosition(&position);
+    if (position == stumblingBlock && failuresLeft-- > 0) return -1;
+    return stream.ReadByte(byte);
+  }
+  int SetPosition(unsigned position) override { return stream.SetPosition(position); }
+  int Seek(int offset, int origin) override { return stream.Seek(offset, origin); }
+  int UnreadByte(char byte) override { return stream.UnreadByte(byte); }
+  int GetPosition(unsigned* position) override { return stream.GetPosition(position); }
+  int IsReadable() override { return stream.IsReadable(); }
+  int Close() override { return stream.Close(); }
+  int HasMoreData() override { return stream.HasMoreData(); }
+  int GetState() override { return stream.GetState(); }
+  int ClearEndOfFile() override { return stream.ClearEndOfFile(); }
+
+private:
+  PrintInputStream& stream;
+  const unsigned stumblingBlock;
+  int failuresLeft;
+};
+
+TEST(DscQueries, GoOnBehindALineThatCannotBeReadAtFirst) {
+  for (const int failures : {1, 2}) {
+    orxframework::MemoryInputStream bytes("%!PS\n%%Pages: 4\n");
+    StumblingStream stumbling(bytes, 5, failures);
+    orxeps::ORXPrintEPSInterpreter interpreter(&stumbling);
+    unsigned count = 77;
+    EXPECT_EQ(interpreter.GetPageCount(&count), failures == 1 ? 1 : 0);
+    EXPECT_EQ(count, failures == 1 ? 4U : 77U);
+  }
+}
+
 TEST(DscQueries, PageSizeIsTheLargestBoxOrTheSelectedPages) {
   const ScopedPoints points;
   const char* twoPages =

@@ -1,6 +1,7 @@
 // Passes over a document: what carries over, which pages run, what is counted, low memory.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,54 @@ TEST(Passes, LeaveTheStacksAndTheGraphicsStateToTheNext) {
   // A counting pass goes on with the matrix that it finds.
   static_cast<void>(interpretation.Count());
   EXPECT_EQ(interpretation.Stack(), "0 1.0 0.1 1 1.0 3.0 1 2.0 3.0");
+}
+
+// A pass whose document has little room left.
+std::string DrawWithLittleRoom(Interpretation& interpretation) {
+  orxeps::MemoryBudget& budget = interpretation.Get().heap.Budget();
+  budget.used += orxeps::kMaxBytes;
+  const std::string calls = interpretation.Draw();
+  budget.Give(orxeps::kMaxBytes);
+  return calls;
+}
+
+TEST(Passes, DropWhatHasNoRoomToItsEnd) {
+  std::string body;
+  for (int i = 0; i < 60'000; ++i) body += "1 2 lineto ";
+  Interpretation procedure("/p { 0 0 moveto {" + body + "} stroke } def p 5");
+  EXPECT_EQ(DrawWithLittleRoom(procedure), "");
+  EXPECT_EQ(procedure.Stack(), "/p 5");
+  Interpretation string("(" + std::string(orxeps::kMaxTextBytes + 1, 'x') + " y ) 5");
+  static_cast<void>(string.Draw());
+  EXPECT_EQ(string.Error(), "limitcheck");
+  EXPECT_EQ(string.Stack(), "5");
+}
+
+TEST(Passes, ForgetNamesThatNothingUses) {
+  std::string program = "/kept 1 def ";
+  for (int i = 0; i < 5'000; ++i) program += "unknown" + std::to_string(i) + " ";
+  Interpretation interpretation(program);
+  static_cast<void>(interpretation.Draw());
+  EXPECT_LT(interpretation.Get().names.Count(), 200U);
+  EXPECT_LT(interpretation.Get().heap.Budget().used, std::size_t{64} << 10);
+}
+
+TEST(Passes, RecurseThroughDictionariesOfTheirOwn) {
+  const std::string calls = CallsOf(
+      "/rec { 1 dict begin /n exch def n 0 eq { 1 1 moveto } { n 1 sub rec } ifelse n 2 lineto end "
+      "} "
+      "def newpath 1100 rec stroke");
+  EXPECT_EQ(std::ranges::count(calls, 'L'), 1101 + 3) << "lines, and the attributes' names";
+}
+
+TEST(HostilePasses, ThatCountLeaveRoomForDrawing) {
+  std::string program = "gsave ";
+  for (int i = 0; i < 140'000; ++i) program += "0 0 1 0 90 arc stroke ";
+  Interpretation interpretation(program + "newpath 1 1 moveto 2 2 lineto stroke");
+  static_cast<void>(interpretation.Count());
+  const std::string calls = interpretation.Draw();
+  EXPECT_NE(calls.find("LineTo"), std::string::npos);
+  EXPECT_GT(std::ranges::count(calls, 'M'), 140'000);
 }
 
 TEST(Passes, EndOpensDictionariesOfTheirOwnOnly) {

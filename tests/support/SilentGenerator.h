@@ -6,8 +6,9 @@
 
 namespace orxtests {
 
-class SilentGenerator final : public PrintGenerator {
+class SilentGenerator : public PrintGenerator {
 public:
+  virtual ~SilentGenerator() = default;
   explicit SilentGenerator(int everyResult = 0) noexcept : result(everyResult) {}
 
   int calls = 0;
