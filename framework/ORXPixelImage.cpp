@@ -168,17 +168,19 @@ ORXPixelImage* ORXPixelImage::CreateCopy(int width, int height, ORXPixelImageFor
 }
 
 ORXPixelImage* ORXPixelImage::CreateUnset(int width, int height,
-                                          ORXPixelImageFormat format) noexcept try {
-  auto image = std::make_unique<ORXPixelImage>(width, height, format, nullptr,
-                                               ORXDeallocatePixels::KeepWithCaller);
-  image->ownPixels = std::make_shared<OwnPixels>();
-  const std::size_t size = image->ByteCount();
-  image->ownPixels->bytes = static_cast<unsigned char*>(std::malloc(size != 0 ? size : 1));
-  if (!image->ownPixels->bytes) return nullptr;
-  image->pixels = image->ownPixels->bytes;
-  return image.release();
-} catch (const std::bad_alloc&) {
-  return nullptr;
+                                          ORXPixelImageFormat format) noexcept {
+  try {
+    auto image = std::make_unique<ORXPixelImage>(width, height, format, nullptr,
+                                                 ORXDeallocatePixels::KeepWithCaller);
+    image->ownPixels = std::make_shared<OwnPixels>();
+    const std::size_t size = image->ByteCount();
+    image->ownPixels->bytes = static_cast<unsigned char*>(std::malloc(size != 0 ? size : 1));
+    if (!image->ownPixels->bytes) return nullptr;
+    image->pixels = image->ownPixels->bytes;
+    return image.release();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 ORXPixelImage::OwnPixels::~OwnPixels() { std::free(bytes); }

@@ -46,6 +46,7 @@ inline ProcessSecret SecretOfProcess() noexcept {
   ProcessSecret secret;
 #if defined(__linux__)
   static_assert(sizeof secret == 16);
+  // The system gives the address as a number. NOLINTNEXTLINE(performance-no-int-to-ptr)
   const auto* bytes = reinterpret_cast<const void*>(getauxval(AT_RANDOM));
   if (bytes) std::memcpy(&secret, bytes, sizeof secret);
 #elif defined(_WIN32)

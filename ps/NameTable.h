@@ -83,7 +83,7 @@ private:
     std::unique_ptr<Name> name;  // none: the slot is free
   };
 
-  Name* Search(std::string_view text, std::uint32_t hash) const noexcept {
+  [[nodiscard]] Name* Search(std::string_view text, std::uint32_t hash) const noexcept {
     if (slots.empty()) return nullptr;
     const std::size_t mask = slots.size() - 1;
     for (std::size_t place = hash & mask; slots[place].name; place = (place + 1) & mask) {

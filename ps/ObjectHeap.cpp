@@ -61,7 +61,7 @@ void ObjectHeap::UpdateCharge(PSObject& object) {
 
 PSParts* ObjectHeap::MakeParts() {
   budget.Take(kPartsCost);
-  PSParts* parts = new (std::nothrow) PSParts;
+  auto* parts = new (std::nothrow) PSParts;
   if (!parts) {
     budget.Give(kPartsCost);
     throw std::bad_alloc();

@@ -72,7 +72,8 @@ public:
   [[nodiscard]] constexpr std::span<const OperatorRow> Rows() const noexcept { return all; }
   // The row that a binary token names by its index, or null.
   [[nodiscard]] constexpr const OperatorRow* WithSystemName(unsigned char index) const noexcept {
-    return bySystemName[index];
+    const OperatorRow* const row = bySystemName[index];
+    return row;
   }
 
 private:

@@ -64,7 +64,7 @@ struct PSParts {
 union NoParts {
   PSParts parts;
   constexpr NoParts() noexcept : parts{} {}
-  ~NoParts() {}
+  ~NoParts() {}  // NOLINT(modernize-use-equals-default): of a union it would be deleted
 };
 extern const NoParts kNoParts;
 
@@ -140,11 +140,12 @@ private:
   };
 
   PSObject() noexcept : nextInHeap(nullptr) {}
-  ~PSObject() {}
+  ~PSObject() {}  // NOLINT(modernize-use-equals-default): of a union's class it would be deleted
 
   [[nodiscard]] RecordPool& Pool() const noexcept {
-    const auto address = reinterpret_cast<std::uintptr_t>(this);
-    return *reinterpret_cast<SlabHeader*>(address & ~(kSlabBytes - 1))->pool;
+    const auto offset = reinterpret_cast<std::uintptr_t>(this) & (kSlabBytes - 1);
+    const auto* const slab = reinterpret_cast<const std::byte*>(this) - offset;
+    return *reinterpret_cast<const SlabHeader*>(slab)->pool;
   }
   [[nodiscard]] ObjectHeap& Heap() const noexcept;
 
