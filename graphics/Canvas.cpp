@@ -39,7 +39,7 @@ void Canvas::NewPage() {
   CallHost([this] { return generator->NewPage(); });
 }
 
-void Canvas::DefineColor() {
+void Canvas::DefineColor() const {
   generator->DefineColor(kColorIndex, states.current.red, states.current.green,
                          states.current.blue);
 }
@@ -106,7 +106,7 @@ bool Canvas::Fill(FillRule rule) {
   return true;
 }
 
-void Canvas::DrawImage(FloatPoint origin, ORXPixelImage& image) {
+void Canvas::DrawImage(FloatPoint origin, ORXPixelImage& image) const {
   CallHost(
       [&] { return generator->DrawImage(unitScale * origin.x, unitScale * origin.y, 0, &image); });
 }

@@ -41,10 +41,10 @@ public:
   // there was an area. Throws std::bad_alloc.
   bool Fill(FillRule rule);
   // Draws an image whose origin is at a point of device space.
-  void DrawImage(FloatPoint origin, ORXPixelImage& image);
+  void DrawImage(FloatPoint origin, ORXPixelImage& image) const;
 
 private:
-  void DefineColor();
+  void DefineColor() const;
   void SendPath();
   void MakeContours();
 

@@ -1,5 +1,7 @@
 #include "graphics/GraphicsStates.h"
 
+#include <ranges>
+
 namespace orxeps {
 
 bool GraphicsStates::Save() {
@@ -26,9 +28,9 @@ void GraphicsStates::Restore() noexcept {
 void GraphicsStates::EmptyFullPath() noexcept {
   if (!pathWasFull) return;
   pathWasFull = false;
-  for (auto state = saved.rbegin(); state != saved.rend(); ++state) {
-    if (state->path.begin != current.path.begin) break;
-    state->path.count = 0;
+  for (GraphicsState& state : saved | std::views::reverse) {
+    if (state.path.begin != current.path.begin) break;
+    state.path.count = 0;
   }
   current.path.count = 0;
   buffer.Truncate(current.path.begin);

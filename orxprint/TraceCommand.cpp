@@ -1,5 +1,6 @@
 // The command trace: the interpreter's calls as text on standard output.
 #include <cerrno>
+#include <chrono>
 #include <memory>
 
 #include "drawing/TraceGenerator.h"
@@ -39,9 +40,16 @@ private:
   StandardOutput output;
 };
 
+// What is still on its way when the time is up ends with a whole line if its reader takes it.
+Deadline WithTimeForTheRest(Deadline end) {
+  constexpr std::chrono::seconds kForTheRest(1);
+  if (end) *end += kForTheRest;
+  return end;
+}
+
 void TraceDocument(Session& session, const TraceOptions& options) {
   const auto control = session.NewControl();
-  const auto sink = std::make_shared<TraceSink>(*control, session.GivenEnd());
+  const auto sink = std::make_shared<TraceSink>(*control, WithTimeForTheRest(session.GivenEnd()));
   const auto generator = std::make_shared<TraceGenerator>(
       options.samples ? TraceGenerator::Samples::Written : TraceGenerator::Samples::Summary,
       [control, sink](std::string_view text) { (*sink)(text); });

@@ -21,7 +21,7 @@ constexpr std::size_t kOperatorCount = std::size(kLanguageOperators<Owner>) +
 
 constexpr auto JoinLists() {
   std::array<OperatorRow, kOperatorCount> rows;
-  auto next = std::ranges::copy(kLanguageOperators<Owner>, rows.begin()).out;
+  auto* next = std::ranges::copy(kLanguageOperators<Owner>, rows.begin()).out;
   next = std::ranges::copy(kGraphicsOperators<Owner>, next).out;
   std::ranges::copy(kImageOperators<Owner>, next);
   std::ranges::sort(rows, {}, &OperatorRow::position);
