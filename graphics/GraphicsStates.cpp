@@ -1,7 +1,5 @@
 #include "graphics/GraphicsStates.h"
 
-#include <ranges>
-
 namespace orxeps {
 
 bool GraphicsStates::Save() {
@@ -28,9 +26,8 @@ void GraphicsStates::Restore() noexcept {
 void GraphicsStates::EmptyFullPath() noexcept {
   if (!pathWasFull) return;
   pathWasFull = false;
-  for (GraphicsState& state : saved | std::views::reverse) {
-    if (state.path.begin != current.path.begin) break;
-    state.path.count = 0;
+  for (std::size_t i = saved.size(); i > 0 && saved[i - 1].path.begin == current.path.begin; --i) {
+    saved[i - 1].path.count = 0;
   }
   current.path.count = 0;
   buffer.Truncate(current.path.begin);

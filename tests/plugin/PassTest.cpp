@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "framework/PropertiesControl.h"
+#include "ps/Execution.h"
 #include "tests/support/Interpretation.h"
 #include "tests/support/ScopedUnits.h"
 
@@ -51,6 +52,15 @@ TEST(Passes, DropWhatHasNoRoomToItsEnd) {
   static_cast<void>(string.Draw());
   EXPECT_EQ(string.Error(), "limitcheck");
   EXPECT_EQ(string.Stack(), "5");
+}
+
+TEST(Passes, WithoutInputFindNothing) {
+  orxeps::ORXPrintEPSInterpreter interpreter(nullptr);
+  EXPECT_EQ(interpreter.scanner.ReadToken().text, "");
+  EXPECT_FALSE(interpreter.scanner.ReadBinaryToken());
+  EXPECT_EQ(interpreter.scanner.ReadString()->type, orxeps::PSObjectType::String);
+  EXPECT_EQ(interpreter.scanner.ReadProcedure()->type, orxeps::PSObjectType::Procedure);
+  EXPECT_EQ(DispatchOperator(interpreter, "eexec"), orxeps::ResultCode::Ran);
 }
 
 TEST(Passes, ForgetNamesThatNothingUses) {
