@@ -23,7 +23,8 @@ enum class AtEnd { Rewind, LeaveThere };
 // of a CR LF pair is an empty line of its own. Tabs read as spaces.
 class LineReader {
 public:
-  LineReader(InputReader& reader, AtEnd atEnd) : input(reader), whereToStop(atEnd) {
+  LineReader(InputReader& reader, RunWatch& runWatch, AtEnd atEnd)
+      : input(reader), watch(runWatch), whereToStop(atEnd) {
     input.Open();
     input.Rewind();
   }
@@ -32,6 +33,7 @@ public:
   // Leaves the input as every pass does. What the host throws here comes too late to matter: the
   // answer has been found, or something was thrown before.
   ~LineReader() {
+    watch.NoteEnd(ORXPassResult::Complete, "", input.Position());
     try {
       input.ClearEndOfFile();
       if (whereToStop == AtEnd::Rewind) input.Rewind();
@@ -68,6 +70,7 @@ private:
   }
 
   InputReader& input;
+  RunWatch& watch;
   const AtEnd whereToStop;
   std::string line;
   bool lineWasRead = true;
@@ -153,7 +156,7 @@ void KeepLarger(float& result, float size) noexcept {
 }  // namespace
 
 bool ORXPrintEPSInterpreter::FindPageCount(unsigned& count) {
-  LineReader reader(scanner.input, AtEnd::Rewind);
+  LineReader reader(scanner.input, watch, AtEnd::Rewind);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (!Contains(line, "%%Pages: ") || Contains(line, "(atend)")) continue;
@@ -166,7 +169,7 @@ bool ORXPrintEPSInterpreter::FindPageSize(float& width, float& height) {
   unsigned pageCount = 0;
   static_cast<void>(FindPageCount(pageCount));
   unsigned page = 0;
-  LineReader reader(scanner.input, AtEnd::LeaveThere);
+  LineReader reader(scanner.input, watch, AtEnd::LeaveThere);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (Contains(line, "%%EOF")) break;
@@ -193,7 +196,7 @@ bool ORXPrintEPSInterpreter::FindPageSize(float& width, float& height) {
 }
 
 bool ORXPrintEPSInterpreter::FindPageLabel(ORXUnicodeString& label) {
-  LineReader reader(scanner.input, AtEnd::Rewind);
+  LineReader reader(scanner.input, watch, AtEnd::Rewind);
   while (reader.ReadLine()) {
     const std::string_view line = reader.Line();
     if (!Contains(line, "%%Page:")) continue;
@@ -223,7 +226,6 @@ int ORXPrintEPSInterpreter::Answer(Query query) noexcept {
   bool found = false;
   try {
     found = query();
-    watch.NoteEnd(ORXPassResult::Complete, "", scanner.input.Position());
   } catch (const std::bad_alloc&) {
     watch.NoteEnd(ORXPassResult::OutOfMemory, "VMerror", scanner.input.Position());
   } catch (const HostThrew&) {

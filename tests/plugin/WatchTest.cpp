@@ -56,6 +56,7 @@ TEST(Watching, TellsHowEachPassAndQueryEnded) {
   static_cast<void>(interpretation.Get().GetPageSize(&width, &height));
   EXPECT_EQ(watcher.ends.substr(0, 2), "0 ") << "one query, told once";
   EXPECT_EQ(watcher.ends.find('\n'), watcher.ends.size() - 1);
+  EXPECT_EQ(watcher.ends, "0  " + std::to_string(2 * (orxeps::kMaxOperands + 1) + 1) + "\n");
 }
 
 TEST(Watching, StopsARunThatWouldLastForDays) {
