@@ -1,8 +1,9 @@
 #include "ps/Scanner.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
+#include <utility>
+#include <vector>
 
 #include "ps/CharacterClass.h"
 #include "ps/Errors.h"
@@ -230,36 +231,40 @@ PSRef Scanner::ParseNumber(std::string_view token) {
   return machine.heap.Make();
 }
 
+// What one token adds to a string: whether it opens or closes parentheses, 1 or -1.
+int Scanner::AddStringToken(std::string& string, bool& fits) {
+  const auto add = [&string, &fits](std::string_view more) {
+    fits = fits && AddToText(string, more);
+  };
+  const Token token = ReadToken();
+  if (stoppedAtBinaryToken) {
+    // Where the depth is 0 such a byte has no place in the text; left alone it would stop the
+    // scanner here for ever.
+    char dropped = 0;
+    static_cast<void>(input.ReadByte(dropped));
+    return 0;
+  }
+  const char first = FirstSignificantByte(token.text);
+  if (first == '(') return 1;
+  if (first == ')') return -1;
+  if (first == '\\') {
+    add(ReadTokenFor(TokenUse::AfterBackslash).text);
+  } else if (!Is(first, kDelimiter)) {
+    add(token.text);
+  }
+  return 0;
+}
+
 // A string that has no room is read to its end and lost.
 PSRef Scanner::ReadString() {
   std::string string;
   bool fits = true;
-  const auto add = [&string, &fits](std::string_view more) {
-    try {
-      fits = fits && AddToText(string, more);
-    } catch (const std::bad_alloc&) {
-      fits = false;
-    }
-  };
   ProgressGuard progress(input);
   for (int open = 1; open != 0 && input.IsReadable() && progress.Moved();) {
-    const Token token = ReadToken();
-    if (stoppedAtBinaryToken) {
-      // Where the depth is 0 such a byte has no place in the text; left alone it would stop the
-      // scanner here for ever.
-      char dropped = 0;
-      static_cast<void>(input.ReadByte(dropped));
-      continue;
-    }
-    const char first = FirstSignificantByte(token.text);
-    if (first == '(') {
-      ++open;
-    } else if (first == ')') {
-      --open;
-    } else if (first == '\\') {
-      add(ReadTokenFor(TokenUse::AfterBackslash).text);
-    } else if (!Is(first, kDelimiter)) {
-      add(token.text);
+    try {
+      open += AddStringToken(string, fits);
+    } catch (const std::bad_alloc&) {
+      fits = false;
     }
   }
   if (!fits) {
@@ -275,91 +280,78 @@ PSRef Scanner::ReadString() {
 
 namespace {
 
-// Whether the braces that are open all close here.
-bool ClosesAll(const Token& token, std::size_t& open) noexcept {
-  if (token.text.starts_with('{')) ++open;
-  return token.text == "}" && --open == 0;
-}
+// The procedures that are being read, the outermost first. However the reading ends, what they cost
+// of the budget is given back.
+class OpenProcedures {
+public:
+  explicit OpenProcedures(ObjectHeap& objectHeap) : heap(objectHeap), share(heap.Budget()) {}
+
+  void Begin() {
+    if (!share.Resize((open.size() + 1) * kOpenProcedureCost)) throw LimitReached{"VMerror"};
+    open.push_back(heap.Make(PSObjectType::Procedure));
+  }
+  // Adds to the innermost. The budget follows the list as it grows, not only when it is complete.
+  void Append(PSRef element) {
+    PSObject& procedure = *open.back();
+    ObjectList& elements = procedure.OwnParts().procElements;
+    const std::size_t capacity = elements.Capacity();
+    elements.Append(std::move(element));
+    if (elements.Capacity() != capacity) heap.UpdateCharge(procedure);
+  }
+  // Moves the innermost into the one around it. REQUIRES: there is one around it.
+  void CloseInnermost() {
+    PSRef closed = std::move(open.back());
+    open.pop_back();
+    Append(std::move(closed));
+  }
+  // Closes all. REQUIRES: there is one.
+  [[nodiscard]] PSRef Finish() {
+    while (open.size() > 1) CloseInnermost();
+    return std::move(open.front());
+  }
+  void Drop() noexcept { open.clear(); }
+
+private:
+  ObjectHeap& heap;
+  MemoryShare share;
+  std::vector<PSRef> open;
+};
 
 }  // namespace
-
-// Adds what a token begins to the innermost of the open procedures.
-void Scanner::AddElement(std::vector<PSRef>& open, const Token& token) {
-  if (token.text.starts_with('{')) {
-    BeginProcedure(open);
-  } else if (token.text == "}") {
-    CloseProcedure(open);
-  } else if (PSRef element = ReadObject(token)) {
-    AppendElement(*open.back(), std::move(element));
-  }
-}
-
-void Scanner::BeginProcedure(std::vector<PSRef>& open) {
-  machine.heap.Budget().Take(kOpenProcedureCost);
-  try {
-    open.push_back(machine.heap.Make(PSObjectType::Procedure));
-  } catch (...) {
-    machine.heap.Budget().Give(kOpenProcedureCost);
-    throw;
-  }
-}
-
-PSRef Scanner::TakeInnermost(std::vector<PSRef>& open) noexcept {
-  PSRef innermost = std::move(open.back());
-  open.pop_back();
-  machine.heap.Budget().Give(kOpenProcedureCost);
-  return innermost;
-}
-
-// The budget follows the list as it grows, not only when it is complete.
-void Scanner::AppendElement(PSObject& procedure, PSRef element) {
-  ObjectList& elements = procedure.OwnParts().procElements;
-  const std::size_t capacity = elements.Capacity();
-  elements.Append(std::move(element));
-  if (elements.Capacity() != capacity) machine.heap.UpdateCharge(procedure);
-}
-
-// Moves the innermost procedure into the one around it.
-void Scanner::CloseProcedure(std::vector<PSRef>& open) {
-  PSRef closed = TakeInnermost(open);
-  AppendElement(*open.back(), std::move(closed));
-}
 
 // When a ceiling is met or memory runs out on the way, the rest is read to its end and all of it
 // lost: run as part of the program it would do harm.
 PSRef Scanner::ReadProcedure() {
-  std::vector<PSRef> open;  // the procedures that are being read, the outermost first
-  std::size_t openBraces = 1;
+  OpenProcedures procedures(machine.heap);
   const char* error = nullptr;
-  ProgressGuard progress(input);
-  const auto drop = [this, &open, &error](const char* itsError) {
-    if (!error) error = itsError;
-    while (!open.empty()) static_cast<void>(TakeInnermost(open));
-  };
-  bool isFirst = true;
-  while (isFirst || (input.IsReadable() && progress.Moved())) {
+  const auto attempt = [&procedures, &error](auto work) {
     try {
-      if (isFirst) {
-        isFirst = false;
-        BeginProcedure(open);
-        continue;
-      }
-      const Token token = ReadToken();
-      if (ClosesAll(token, openBraces)) break;
-      if (!error) {
-        AddElement(open, token);
-      } else if (token.text != "{" && token.text != "}") {
-        static_cast<void>(ReadObject(token));
-      }
+      work();
     } catch (const LimitReached& limit) {
-      drop(limit.error);
+      error = limit.error;
     } catch (const std::bad_alloc&) {
-      drop("VMerror");
+      error = "VMerror";
     }
+    if (error) procedures.Drop();
+  };
+  attempt([&] { procedures.Begin(); });
+  std::size_t openBraces = 1;
+  ProgressGuard progress(input);
+  while (openBraces > 0 && input.IsReadable() && progress.Moved()) {
+    attempt([&] {
+      const Token token = ReadToken();
+      if (token.text.starts_with('{')) {
+        ++openBraces;
+        if (!error) procedures.Begin();
+      } else if (token.text == "}") {
+        if (--openBraces > 0 && !error) procedures.CloseInnermost();
+      } else if (PSRef element = ReadObject(token); element && !error) {
+        procedures.Append(std::move(element));
+      }
+    });
   }
   if (error) throw LimitReached{error};
-  while (open.size() > 1) CloseProcedure(open);
-  return TakeInnermost(open);
+  return procedures.Finish();
 }
 
 // "<<" and ">>" come as two tokens. Strings in hexadecimal are not supported: what follows the "<"

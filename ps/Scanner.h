@@ -11,7 +11,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "ps/InputReader.h"
 #include "ps/Machine.h"
@@ -107,12 +106,7 @@ private:
   [[nodiscard]] PSRef MakeInteger(std::int32_t value);
   [[nodiscard]] PSRef ReadAngle(std::string_view bracket, std::string_view whole);
   [[nodiscard]] PSRef ReadSupportedBinaryToken(unsigned char type);
-  void AddString(std::string& string, std::string_view text);
-  void AddElement(std::vector<PSRef>& open, const Token& token);
-  void BeginProcedure(std::vector<PSRef>& open);
-  [[nodiscard]] PSRef TakeInnermost(std::vector<PSRef>& open) noexcept;
-  void CloseProcedure(std::vector<PSRef>& open);
-  void AppendElement(PSObject& procedure, PSRef element);
+  [[nodiscard]] int AddStringToken(std::string& string, bool& fits);
 
   Machine& machine;
   CommentListener& listener;
