@@ -165,7 +165,7 @@ bool ORXPrintEPSInterpreter::RunProgram() noexcept {
     MeetLimit(ORXPassResult::OutOfMemory, "VMerror");
   } catch (const HostThrew&) {
     GiveUpPass();
-    dictionaries = {};
+    LeaveStandardDictionaries();
   }
   return false;
 }
@@ -185,9 +185,9 @@ bool ORXPrintEPSInterpreter::RunWholePass() noexcept {
   } catch (const HostThrew&) {
     GiveUpPass();
     ran = false;
-    dictionaries = {};
+    LeaveStandardDictionaries();
   }
-  if (ran) dictionaries = {};
+  if (ran) LeaveStandardDictionaries();
   // Nothing would ever paint what a counting pass has gathered to the brim.
   if (!canvas.HasGenerator()) canvas.states.EmptyFullPath();
   names.DropUnused();

@@ -22,9 +22,15 @@ inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
   return result;
 }
 
-NameLookup SearchDictionaries(const ObjectList& stack, const ORXString& name) noexcept {
+NameLookup SearchDictionaries(Machine& machine, const ORXString& name) {
+  if (!machine.heap.MayBeKey(name)) return {};
+  if (machine.heap.HasLostEntries() && !machine.untouched.IsEmpty()) {
+    machine.untouched.Separate(machine);
+  }
+  const ObjectList& stack = machine.dictionaryStack;
   for (std::int32_t i = stack.Count(); i >= 1; --i) {
     PSObject* dictionary = stack.At(i);
+    if (machine.untouched.Holds(dictionary)) continue;
     if (!dictionary->Is(PSObjectType::Dictionary)) continue;
     if (PSObject* value = DictLocate(dictionary->Parts().dictEntries, name)) {
       return {value, dictionary};
@@ -33,9 +39,9 @@ NameLookup SearchDictionaries(const ObjectList& stack, const ORXString& name) no
   return {};
 }
 
-inline const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
+inline const NameLookup& LookupName(Machine& machine, Name& name) {
   if (name.generation != machine.heap.Generation()) {
-    name.found = SearchDictionaries(machine.dictionaryStack, name.text);
+    name.found = SearchDictionaries(machine, name.text);
     name.generation = machine.heap.Generation();
   }
   return name.found;
@@ -43,7 +49,7 @@ inline const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
 
 }  // namespace
 
-NameLookup LookupName(Machine& machine, const NameText& name) noexcept {
+NameLookup LookupName(Machine& machine, const NameText& name) {
   return LookupName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
 }
 

@@ -9,8 +9,9 @@
 
 namespace orxeps {
 
-// Searches the dictionary stack from the top down, or remembers the last search.
-[[nodiscard]] NameLookup LookupName(Machine& machine, const NameText& name) noexcept;
+// Searches the dictionary stack from the top down, or remembers the last search. Throws
+// LimitReached and std::bad_alloc where that lays open what earlier passes have left.
+[[nodiscard]] NameLookup LookupName(Machine& machine, const NameText& name);
 
 // Executes an object, which may be null and stays the caller's, and everything that this starts. A
 // name that no dictionary has does nothing. Throws LimitReached when a ceiling is met; whoever
