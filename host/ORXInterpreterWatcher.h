@@ -3,8 +3,8 @@
 //
 // A host finds the interface with a dynamic_cast from ORXPrintInterpreter* to ORXWatchable*; an
 // interpreter that does not offer it answers null, and a host that never asks notices nothing.
-// Watching changes no answer and no call on the generator, except that a pass ends where the
-// watcher says so.
+// Watching and asking changes no answer and no call on the generator, except that a pass ends where
+// the watcher says so.
 //
 //   if (auto* watchable = dynamic_cast<ORXWatchable*>(interpreter))
 //   watchable->SetWatcher(&watcher);
@@ -49,11 +49,25 @@ protected:
   ~ORXInterpreterWatcher() = default;
 };
 
+// Bytes of the document from its start.
+struct ORXPlace {
+  static constexpr std::uint64_t kNone = ~std::uint64_t{0};
+
+  // The beginning of the token that runs: inside a procedure, of the token at the top level of the
+  // document that led there; while a comment is acted on, of the comment.
+  std::uint64_t token = kNone;
+  // The "{" of the innermost procedure that runs; kNone where none runs or it was made otherwise.
+  std::uint64_t definition = kNone;
+};
+
 class ORXWatchable {
 public:
   // The watcher is borrowed and stays until another takes its place; null for none. Not to be
   // called in the middle of a pass.
   virtual void SetWatcher(ORXInterpreterWatcher* watcher) noexcept = 0;
+  // Where a pass is: to be asked on the thread that runs it, from a call on the generator or on the
+  // watcher, as often as one likes. Outside of a pass both members are kNone.
+  [[nodiscard]] virtual ORXPlace Place() const noexcept = 0;
 
 protected:
   ~ORXWatchable() = default;

@@ -245,6 +245,7 @@ ResultCode ColorImage(Machine& machine, Canvas& canvas, FilterSet& filters) {
   ColorImageOperands operands;
   if (!TakeOperands(machine, filters, operands)) return ResultCode::NoOperand;
   const SampleLayout& layout = operands.layout;
+  const PlaceHold place(filters.document);
   const auto sources = std::span<const SampleSource>(operands.sources)
                            .first(static_cast<std::size_t>(layout.sourceCount));
   ColorSamples samples = ReadColorImageSamples(machine, filters.document, layout, sources);

@@ -98,6 +98,7 @@ void ReadThroughClearToMark(InputReader& input) {
 
 // eexec ->; skips the encrypted part of a font program. The file operand stays.
 ResultCode EExec(FilterSet& filters) {
+  const PlaceHold place(filters.document);
   ReadThroughClearToMark(filters.document);
   return ResultCode::Ran;
 }

@@ -5,6 +5,7 @@
 #include "image/ImageOperators.h"
 #include "image/ImagePlacement.h"
 #include "ps/Dictionaries.h"
+#include "ps/InputReader.h"
 #include "ps/Operands.h"
 
 namespace orxeps::operators {
@@ -43,6 +44,8 @@ private:
 // Reads the samples from the input through all filters of the data source; empty when that fails
 // and when there are more filters than can be.
 ByteBuffer ReadSamples(const PSObject& dataSource) {
+  if (!dataSource.Parts().fileSource) return {};
+  const PlaceHold place(*dataSource.Parts().fileSource);
   const auto filters = dataSource.Parts().fileFilters.Items();
   ByteBuffer samples;
   for (std::size_t i = 0; i < filters.size(); ++i) {

@@ -56,6 +56,7 @@ public:
   void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override {
     watch.SetWatcher(newWatcher);
   }
+  [[nodiscard]] ORXPlace Place() const noexcept override;
 
   Canvas canvas;
   Scanner scanner;

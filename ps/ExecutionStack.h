@@ -42,6 +42,14 @@ public:
     return nullptr;
   }
 
+  // The place in the document of the innermost procedure that runs, kNoPlace without one.
+  [[nodiscard]] std::uint64_t DefinitionPlace() const noexcept {
+    for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
+      if (frame->elements) return frame->running->Parts().definedAt;
+    }
+    return kNoPlace;
+  }
+
   // Gives up every run.
   void Abandon() noexcept { frames.clear(); }
 

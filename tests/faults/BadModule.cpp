@@ -28,6 +28,7 @@ class Short final : public ORXPrintInterpreter, public ORXWatchable {
 public:
   Short() : ORXPrintInterpreter("short") {}
   void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
+  [[nodiscard]] ORXPlace Place() const noexcept override { return {}; }
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }
   int GetPageLabel(ORXUnicodeString& /*label*/) override { return 0; }
