@@ -57,6 +57,10 @@ public:
     watch.SetWatcher(newWatcher);
   }
   [[nodiscard]] ORXPlace Place() const noexcept override;
+  [[nodiscard]] ORXOperand Operand(std::int32_t fromTop) const noexcept override;
+  [[nodiscard]] ORXGraphics Graphics() const noexcept override;
+  [[nodiscard]] ORXExtent PathExtent() const noexcept override;
+  void SetMark(std::uint32_t mark) noexcept override { canvas.Current().mark = mark; }
 
   Canvas canvas;
   Scanner scanner;

@@ -29,6 +29,10 @@ public:
   Short() : ORXPrintInterpreter("short") {}
   void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
   [[nodiscard]] ORXPlace Place() const noexcept override { return {}; }
+  [[nodiscard]] ORXOperand Operand(std::int32_t /*fromTop*/) const noexcept override { return {}; }
+  [[nodiscard]] ORXGraphics Graphics() const noexcept override { return {}; }
+  [[nodiscard]] ORXExtent PathExtent() const noexcept override { return {}; }
+  void SetMark(std::uint32_t /*mark*/) noexcept override {}
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }
   int GetPageLabel(ORXUnicodeString& /*label*/) override { return 0; }

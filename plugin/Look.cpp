@@ -1,0 +1,89 @@
+// What a watcher sees of an interpreter in the middle of a pass.
+
+#include <algorithm>
+
+#include "plugin/ORXPrintEPSInterpreter.h"
+
+namespace orxeps {
+
+namespace {
+
+ORXOperandType TypeOf(const PSObject& object) noexcept {
+  switch (object.type) {
+    case PSObjectType::Integer:
+    case PSObjectType::Real:
+      return ORXOperandType::Number;
+    case PSObjectType::Boolean:
+      return ORXOperandType::Boolean;
+    case PSObjectType::String:
+      return ORXOperandType::Text;
+    case PSObjectType::Name:
+      return ORXOperandType::Name;
+    case PSObjectType::Array:
+      return ORXOperandType::Array;
+    case PSObjectType::Procedure:
+      return ORXOperandType::Procedure;
+    case PSObjectType::Dictionary:
+      return ORXOperandType::Dictionary;
+    default:
+      return ORXOperandType::Other;
+  }
+}
+
+}  // namespace
+
+ORXPlace ORXPrintEPSInterpreter::Place() const noexcept {
+  if (!isVisited) return {};
+  return {scanner.input.TokenStart(), executionStack.DefinitionPlace()};
+}
+
+ORXOperand ORXPrintEPSInterpreter::Operand(std::int32_t fromTop) const noexcept {
+  if (fromTop < 0 || fromTop >= operandStack.Count()) return {};
+  const PSObject& object = *operandStack.Below(fromTop);
+  const PSParts& parts = object.Parts();
+  ORXOperand operand;
+  operand.type = TypeOf(object);
+  operand.identity = reinterpret_cast<std::uintptr_t>(&object);
+  if (object.Is(PSObjectType::Integer)) operand.number = object.intValue;
+  if (object.Is(PSObjectType::Real)) operand.number = object.realValue;
+  if (object.Is(PSObjectType::Boolean)) operand.number = object.boolValue;
+  if (object.Is(PSObjectType::String)) operand.text = parts.stringText.View();
+  if (object.Is(PSObjectType::Name)) operand.text = object.nameText.View();
+  operand.count = std::max(
+      {parts.arrayElements.Count(), parts.procElements.Count(), parts.dictEntries.Count()});
+  return operand;
+}
+
+ORXGraphics ORXPrintEPSInterpreter::Graphics() const noexcept {
+  const GraphicsState& state = canvas.Current();
+  const PointMap map(state.ctm);
+  ORXGraphics graphics;
+  const double matrix[] = {map.a, map.b, map.c, map.d, map.tx, map.ty};
+  std::ranges::copy(matrix, graphics.matrix);
+  graphics.red = state.red;
+  graphics.green = state.green;
+  graphics.blue = state.blue;
+  graphics.lineWidth = state.lineWidth;
+  graphics.unitScale = canvas.unitScale;
+  graphics.mark = state.mark;
+  graphics.pathPoints = canvas.states.PathCount();
+  return graphics;
+}
+
+ORXExtent ORXPrintEPSInterpreter::PathExtent() const noexcept {
+  ORXExtent extent;
+  bool isFirst = true;
+  canvas.states.VisitPath([&](std::span<const PathPoint> points) {
+    for (const PathPoint& point : points) {
+      if (isFirst) extent = {point.x, point.y, point.x, point.y};
+      isFirst = false;
+      extent.left = std::min(extent.left, point.x);
+      extent.bottom = std::min(extent.bottom, point.y);
+      extent.right = std::max(extent.right, point.x);
+      extent.top = std::max(extent.top, point.y);
+    }
+  });
+  return extent;
+}
+
+}  // namespace orxeps
