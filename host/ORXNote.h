@@ -71,6 +71,15 @@ struct ORXGraphics {
   std::uint64_t pathPoints = 0;
 };
 
+// A question about the names that a procedure may come to run.
+class ORXNameTest {
+public:
+  virtual bool Test(std::string_view name) noexcept = 0;
+
+protected:
+  ~ORXNameTest() = default;
+};
+
 // An extent without points has left > right.
 struct ORXExtent {
   double left = 0;

@@ -1,8 +1,10 @@
 // What a watcher sees of an interpreter in the middle of a pass.
 
 #include <algorithm>
+#include <array>
 
 #include "plugin/ORXPrintEPSInterpreter.h"
+#include "ps/Execution.h"
 
 namespace orxeps {
 
@@ -84,6 +86,60 @@ ORXExtent ORXPrintEPSInterpreter::PathExtent() const noexcept {
     }
   });
   return extent;
+}
+
+namespace {
+
+// Looks at the elements of procedures, each procedure once, no deeper than it has room for.
+class ProcedureSearch {
+public:
+  ProcedureSearch(Machine& owner, ORXNameTest& nameTest) noexcept
+      : machine(owner), test(nameTest) {}
+
+  [[nodiscard]] bool Run(const PSObject& procedure) noexcept {
+    Add(procedure);
+    for (std::size_t i = 0; i < count; ++i) {
+      const ObjectList& elements = procedures[i]->Parts().procElements;
+      for (std::int32_t k = 1; k <= elements.Count(); ++k) {
+        if (++looks > kMostLooks) return false;
+        if (Holds(*elements.At(k))) return true;
+      }
+    }
+    return false;
+  }
+
+private:
+  static constexpr int kMostLooks = 20'000;
+
+  void Add(const PSObject& procedure) noexcept {
+    const auto end = procedures.begin() + static_cast<std::ptrdiff_t>(count);
+    const bool isKnown = std::find(procedures.begin(), end, &procedure) != end;
+    if (!isKnown && count < procedures.size()) procedures[count++] = &procedure;
+  }
+  bool Holds(const PSObject& element) noexcept {
+    const PSObject* object = &element;
+    if (object->Is(PSObjectType::Name) && !object->literal) {
+      const PSObject* value = LookupName(machine, object->nameText).value;
+      if (!value) return test.Test(object->nameText.View());
+      object = value;
+    }
+    if (object->Is(PSObjectType::Procedure)) Add(*object);
+    return object->Is(PSObjectType::Operator) && test.Test(object->nameText.View());
+  }
+
+  Machine& machine;
+  ORXNameTest& test;
+  std::array<const PSObject*, 256> procedures{};
+  std::size_t count = 0;
+  int looks = 0;
+};
+
+}  // namespace
+
+bool ORXPrintEPSInterpreter::RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept {
+  if (fromTop < 0 || fromTop >= operandStack.Count()) return false;
+  const PSObject& object = *operandStack.Below(fromTop);
+  return object.Is(PSObjectType::Procedure) && ProcedureSearch(*this, test).Run(object);
 }
 
 }  // namespace orxeps

@@ -60,6 +60,7 @@ public:
   [[nodiscard]] ORXOperand Operand(std::int32_t fromTop) const noexcept override;
   [[nodiscard]] ORXGraphics Graphics() const noexcept override;
   [[nodiscard]] ORXExtent PathExtent() const noexcept override;
+  [[nodiscard]] bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept override;
   void SetMark(std::uint32_t mark) noexcept override { canvas.Current().mark = mark; }
 
   Canvas canvas;

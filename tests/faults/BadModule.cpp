@@ -32,6 +32,7 @@ public:
   [[nodiscard]] ORXOperand Operand(std::int32_t /*fromTop*/) const noexcept override { return {}; }
   [[nodiscard]] ORXGraphics Graphics() const noexcept override { return {}; }
   [[nodiscard]] ORXExtent PathExtent() const noexcept override { return {}; }
+  [[nodiscard]] bool RunsAny(std::int32_t, ORXNameTest&) noexcept override { return false; }
   void SetMark(std::uint32_t /*mark*/) noexcept override {}
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }
