@@ -18,7 +18,9 @@ constexpr double kClipTolerance = 0.5;  // points
 constexpr double kColorTolerance = 0.02;
 // Lines below this width all look alike, and corners of lines below that one.
 constexpr double kHairlineMillimetres = 0.12;
-constexpr double kCornerMillimetres = 0.7;
+constexpr double kCornerMillimetres = 1.2;
+// Less than half a pixel of a hundredth of an inch is not seen.
+constexpr double kLeastMillimetres = 0.127;
 constexpr double kThinPoints = 0.001;
 
 LossPlace PlaceIn(const ORXWatchable& interpreter) {
@@ -38,6 +40,12 @@ std::array<float, 3> ColorIn(const ORXGraphics& graphics) {
 }
 
 bool IsWhite(const ORXGraphics& graphics) { return IsNear(ColorIn(graphics), {1, 1, 1}); }
+
+// Whether vectors are the same in user and device space.
+bool IsUnturned(const ORXGraphics& graphics) {
+  const auto& m = graphics.matrix;
+  return m[0] == 1 && m[1] == 0 && m[2] == 0 && m[3] == 1;
+}
 
 bool IsIdentity(const ORXGraphics& graphics) {
   constexpr double kIdentity[] = {1, 0, 0, 1, 0, 0};
@@ -84,21 +92,24 @@ bool IsDrawingOperator(std::string_view name) {
   return names.contains(name);
 }
 
-bool IsDrawingName(std::string_view name) {
-  switch (MeaningOf(name)) {
-    case NameMeaning::Text:
-    case NameMeaning::Paint:
-    case NameMeaning::Image:
-    case NameMeaning::Path:
-      return true;
-    default:
-      return IsDrawingOperator(name);
-  }
-}
-
-class DrawingTest final : public ORXNameTest {
+// What leaves something on the page; moving and measuring do not.
+class ShapeTest final : public ORXNameTest {
 public:
-  bool Test(std::string_view name) noexcept override { return IsDrawingName(name); }
+  bool Test(std::string_view name) noexcept override {
+    static const std::unordered_set<std::string_view> names = {
+        "lineto", "rlineto", "curveto", "arc",    "arcn",      "stroke",
+        "fill",   "eofill",  "image",   "colorimage"};
+    const NameMeaning meaning = MeaningOf(name);
+    return meaning == NameMeaning::Paint || meaning == NameMeaning::Image ||
+           meaning == NameMeaning::Path || names.contains(name);
+  }
+};
+
+class TextTest final : public ORXNameTest {
+public:
+  bool Test(std::string_view name) noexcept override {
+    return MeaningOf(name) == NameMeaning::Text;
+  }
 };
 
 bool IsLimit(std::string_view error) {
@@ -141,6 +152,34 @@ void LossJudge::Wait(Origin origin, bool countsAnyway) {
   if (pending.size() < kMostPending) pending.push_back({std::move(origin), countsAnyway});
 }
 
+// Inside a procedure only what makes a shape itself can make a wrong one.
+void LossJudge::WaitForShape(Loss loss, const ORXNote& note, ORXWatchable& interpreter,
+                             bool countsAtTopLevel) {
+  const std::uint64_t definition = interpreter.Place().definition;
+  if (definition == ORXPlace::kNone) {
+    return Wait(MakeOrigin(loss, note, interpreter), countsAtTopLevel);
+  }
+  if (shapersAt.size() >= kMostKept) return;
+  const auto [known, isNew] = shapersAt.try_emplace(definition, false);
+  if (isNew) {
+    ShapeTest shapes;
+    known->second = interpreter.RunningRunsAny(shapes);
+  }
+  if (known->second) Wait(MakeOrigin(loss, note, interpreter), true);
+}
+
+// Behind a string in hexadecimal the next token is dropped, too.
+void LossJudge::TakeDropped(const ORXNote& note, ORXWatchable& interpreter) {
+  ShapeTest shapes;
+  TextTest text;
+  const auto runs = [&](ORXNameTest& test) {
+    return test.Test(note.detail) || interpreter.NameRunsAny(note.detail, test);
+  };
+  if (note.name != ">") return CountAt(Loss::CharactersLost, note.name, interpreter);
+  if (runs(text)) return CountAt(Loss::TextLost, note.detail, interpreter);
+  if (runs(shapes)) return CountAt(Loss::DataLost, note.detail, interpreter);
+}
+
 void LossJudge::Count(std::uint32_t number) {
   Origin& origin = origins[number];
   if (number == 0 || origin.isCounted) return;
@@ -164,11 +203,11 @@ void LossJudge::TakeNote(const ORXNote& note, ORXWatchable& interpreter) {
     case ORXNoteKind::ChangedConstant:
       return TakeChange(note, interpreter);
     case ORXNoteKind::ComparedAsFalse:
-      return Wait(MakeOrigin(Loss::Compared, note, interpreter), false);
+      return WaitForShape(Loss::Compared, note, interpreter, true);
     case ORXNoteKind::IntegerMatrix:
       return Wait(MakeOrigin(Loss::IntegerMatrix, note, interpreter), true);
     case ORXNoteKind::DevicePoint:
-      return Wait(MakeOrigin(Loss::DevicePoint, note, interpreter), true);
+      return WaitForShape(Loss::DevicePoint, note, interpreter, true);
     case ORXNoteKind::OutputWidth:
       return Wait(MakeOrigin(Loss::WidthAsked, note, interpreter), true);
     case ORXNoteKind::Hairline: {
@@ -177,7 +216,7 @@ void LossJudge::TakeNote(const ORXNote& note, ORXWatchable& interpreter) {
       return Set(interpreter, settings);
     }
     case ORXNoteKind::TextAfterAngle:
-      return Wait(MakeOrigin(Loss::DataLost, note, interpreter), true);
+      return TakeDropped(note, interpreter);
     case ORXNoteKind::CharactersLost:
       return CountAt(Loss::CharactersLost, note.name, interpreter);
     case ORXNoteKind::FilterUnknown:
@@ -226,8 +265,20 @@ void LossJudge::TakeUnknownName(const ORXNote& note, ORXWatchable& interpreter) 
     case NameMeaning::Loop:
       return TakeLoop(note, interpreter);
     case NameMeaning::Value:
-      return Wait(MakeOrigin(Loss::ValueLost, note, interpreter),
-                  interpreter.Graphics().pathPoints > 0);
+      return WaitForShape(Loss::ValueLost, note, interpreter,
+                          interpreter.Graphics().pathPoints > 0);
+    case NameMeaning::Number:
+      return WaitForShape(Loss::ValueLost, note, interpreter, true);
+    case NameMeaning::Rounding: {
+      const double number = interpreter.Operand(0).number;
+      if (number == std::floor(number)) return;
+      return WaitForShape(Loss::NotRounded, note, interpreter, true);
+    }
+    case NameMeaning::Device: {
+      const ORXGraphics graphics = interpreter.Graphics();
+      if (IsUnturned(graphics)) return;
+      return WaitForShape(Loss::ValueLost, note, interpreter, true);
+    }
     case NameMeaning::Restore:
       return TakeRestore(note, interpreter);
     case NameMeaning::Save:
@@ -320,8 +371,10 @@ void LossJudge::TakeLoop(const ORXNote& note, ORXWatchable& interpreter) {
   }
   const double step = number(2);
   if (note.name == "for" && (step > 0 ? number(3) > number(1) : number(3) < number(1))) return;
-  DrawingTest test;
-  if (interpreter.RunsAny(0, test)) CountAt(Loss::LoopLost, note.name, interpreter);
+  ShapeTest shapes;
+  TextTest text;
+  if (interpreter.RunsAny(0, shapes)) return CountAt(Loss::LoopLost, note.name, interpreter);
+  if (interpreter.RunsAny(0, text)) CountAt(Loss::TextLost, note.name, interpreter);
 }
 
 void LossJudge::TakeRestore(const ORXNote& note, ORXWatchable& interpreter) {
@@ -440,7 +493,7 @@ void LossJudge::JudgeWidth(const Settings& settings, const ORXGraphics& graphics
   if (meant <= 0 || std::max(drawn, meant) < kHairlineMillimetres) return;
   const double ratio = drawn / meant;
   const double away = std::max(ratio, 1 / ratio);
-  if (away < 1.1) return;
+  if (away < 1.1 || std::fabs(drawn - meant) < kLeastMillimetres) return;
   Finding& finding = findings.Add(away >= 2 ? Loss::WidthWrong : Loss::WidthOff, "setlinewidth",
                                   PlaceIn(interpreter));
   const double before = finding.ratio > 0 ? std::max(finding.ratio, 1 / finding.ratio) : 0;

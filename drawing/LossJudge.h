@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -83,6 +84,9 @@ private:
   [[nodiscard]] const Settings& SettingsOf(const ORXGraphics& graphics) const;
   void Set(ORXWatchable& interpreter, const Settings& settings);
   void Wait(Origin origin, bool countsAnyway);
+  void WaitForShape(Loss loss, const ORXNote& note, ORXWatchable& interpreter,
+                    bool countsAtTopLevel);
+  void TakeDropped(const ORXNote& note, ORXWatchable& interpreter);
   void Count(std::uint32_t origin);
   void CountAt(Loss loss, std::string_view name, const ORXWatchable& interpreter);
   void Painting(const ORXGraphics& graphics, const ORXExtent& extent, ORXWatchable& interpreter);
@@ -99,6 +103,7 @@ private:
   std::vector<Pending> pending;
   std::vector<ORXGraphics> saved;  // by "save"
   std::unordered_set<std::uintptr_t> changedConstants;
+  std::unordered_map<std::uint64_t, bool> shapersAt;  // by place of definition: whether it draws
 };
 
 }  // namespace orxdrawing

@@ -43,6 +43,7 @@ constexpr std::array kKinds = {
     LossKind{Loss::OutsideBox, "outside-box", Style, "file", "the drawing reaches beyond its box and is cut off there"},
     LossKind{Loss::WidthOff, "width-off", Style, "width", "widths do not follow the scale"},
     LossKind{Loss::WidthAsked, "width-asked", Style, "width", "widths computed from the current one come out otherwise: it is answered in millimetres"},
+    LossKind{Loss::NotRounded, "not-rounded", Style, "width", "widths or places that should be rounded to whole units are not"},
     LossKind{Loss::DashesLost, "dashes-lost", Style, "line style", "lines come out solid"},
     LossKind{Loss::JoinsLost, "joins-lost", Style, "line style", "corners of wide lines come out pointed"},
     LossKind{Loss::NoBox, "no-box", Style, "file", "no bounding box: the drawing's own extent is shown"},

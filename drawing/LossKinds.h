@@ -44,6 +44,7 @@ enum class Loss {
   OutsideBox,
   WidthOff,
   WidthAsked,
+  NotRounded,
   DashesLost,
   JoinsLost,
   NoBox,

@@ -27,14 +27,18 @@ constexpr Meaning kMeanings[] = {
     {NameMeaning::Restore, "restore grestoreall"},
     {NameMeaning::Loop, "for repeat loop stopped pathforall"},
     {NameMeaning::Value,
-     "ge gt le ne and or not xor bitshift sqrt sin cos atan exp ln log truncate cvi cvr cvn cvx "
+     "ge gt le ne and or not xor bitshift cvr cvn cvx "
      "known store search anchorsearch token getinterval putinterval string count clear "
-     "dtransform idtransform invertmatrix concatmatrix identmatrix defaultmatrix pathbbox "
+     "invertmatrix concatmatrix identmatrix defaultmatrix pathbbox "
      "clippath currentgray currentrgbcolor currentcmykcolor currenthsbcolor currentdash "
-     "currentlinecap currentlinejoin type xcheck rand stringwidth cvs cvlit maxlength run "
+     "currentlinecap currentlinejoin type xcheck rand cvs maxlength run "
      "packedarray readstring readhexstring readline read exit"},
+    {NameMeaning::Number, "sqrt sin cos atan exp ln log"},
+    {NameMeaning::Rounding, "truncate cvi"},
+    {NameMeaning::Device, "dtransform idtransform"},
     {NameMeaning::Bookkeeping,
-     "showpage copypage findfont scalefont makefont setfont selectfont definefont undefinefont "
+     "showpage copypage stringwidth findfont scalefont makefont setfont selectfont definefont "
+     "undefinefont "
      "composefont rootfont currentfont FontDirectory StandardEncoding ISOLatin1Encoding "
      "findencoding "
      "setcachedevice setcachedevice2 setcharwidth setcachelimit cachestatus setcacheparams "

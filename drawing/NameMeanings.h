@@ -19,8 +19,11 @@ enum class NameMeaning {
   Matrix,  // sets the matrix to another than it is
   Save,
   Restore,
-  Loop,   // runs a procedure that lies on the stack
-  Value,  // leaves a result
+  Loop,    // runs a procedure that lies on the stack
+  Value,   // leaves a result
+  Number,  // leaves a number computed from one or two
+  Rounding,
+  Device,  // maps a vector between user and device space
 };
 
 [[nodiscard]] NameMeaning MeaningOf(std::string_view name) noexcept;

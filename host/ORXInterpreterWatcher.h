@@ -83,6 +83,9 @@ public:
   // Whether the procedure at that place of the operand stack would run, or any that it would run,
   // an operator or an unknown name that the test holds for. Looks at a bounded number of elements.
   [[nodiscard]] virtual bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept = 0;
+  // The same of the procedure that the name stands for, and of the innermost that runs.
+  [[nodiscard]] virtual bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept = 0;
+  [[nodiscard]] virtual bool RunningRunsAny(ORXNameTest& test) noexcept = 0;
   // Leaves a mark in the current graphics state, which is saved and restored with it and means
   // nothing to the interpreter. 0 in a new interpreter.
   virtual void SetMark(std::uint32_t mark) noexcept = 0;

@@ -260,7 +260,8 @@ void NoteColorImage(const Machine& machine, const Canvas& canvas,
   }
   if (!samples.isComplete) NoteDeparture(machine, ORXNoteKind::ImageUndecodable);
   if (operands.matrix) {
-    NotePlacement(machine, canvas, *operands.matrix, layout.width, layout.height);
+    NotePlacement(machine, canvas, ImageLanding::Upright, *operands.matrix, layout.width,
+                  layout.height);
   }
 }
 

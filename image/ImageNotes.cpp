@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 #include "ps/Dictionaries.h"
 #include "ps/Operands.h"
@@ -13,17 +12,10 @@ namespace {
 
 constexpr double kOffPlace = 0.02;  // of the image's diagonal
 
-std::vector<float> NumbersOf(const PSObject& array) {
-  std::vector<float> numbers;
-  for (std::int32_t i = 1; i <= array.Parts().arrayElements.Count(); ++i) {
-    numbers.push_back(NumberOf(*array.Parts().arrayElements.At(i)));
-  }
-  return numbers;
-}
-
-bool IsRepeated(const std::vector<float>& numbers, float even, float odd) noexcept {
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (numbers[i] != (i % 2 == 0 ? even : odd)) return false;
+// Whether the elements are these two, again and again.
+bool IsRepeated(const ObjectList& elements, float even, float odd) noexcept {
+  for (std::int32_t i = 1; i <= elements.Count(); ++i) {
+    if (NumberOf(*elements.At(i)) != (i % 2 == 1 ? even : odd)) return false;
   }
   return true;
 }
@@ -51,7 +43,7 @@ std::optional<std::array<double, 6>> MatrixOf(const PSObject* object) noexcept {
   return numbers;
 }
 
-void NotePlacement(const Machine& machine, const Canvas& canvas,
+void NotePlacement(const Machine& machine, const Canvas& canvas, ImageLanding landing,
                    const std::array<double, 6>& imageMatrix, double width, double height) noexcept {
   const auto [a, b, c, d, tx, ty] = imageMatrix;
   const double determinant = a * d - b * c;
@@ -64,8 +56,11 @@ void NotePlacement(const Machine& machine, const Canvas& canvas,
       const double row = v * height - ty;
       const double x = (d * column - c * row) / determinant;
       const double y = (a * row - b * column) / determinant;
-      farthest = std::max(farthest, std::hypot(ctm.a * x + ctm.c * y - ctm.a * u,
-                                               ctm.b * x + ctm.d * y - ctm.d * (1 - v)));
+      const bool turnsX = landing == ImageLanding::Upright && ctm.a < 0;
+      const bool turnsY = landing == ImageLanding::Upright && ctm.d < 0;
+      farthest =
+          std::max(farthest, std::hypot(ctm.a * x + ctm.c * y - ctm.a * (turnsX ? 1 - u : u),
+                                        ctm.b * x + ctm.d * y - ctm.d * (turnsY ? v : 1 - v)));
     }
   }
   const double size = std::hypot(ctm.a + ctm.c, ctm.b + ctm.d);
@@ -84,10 +79,10 @@ void NoteDescription(const Machine& machine, const ORXHashDico& entries,
   bool isInverted = false;
   const PSObject* decode = DictLocate(entries, "Decode");
   if (decode && decode->Is(PSObjectType::Array)) {
-    const std::vector<float> numbers = NumbersOf(*decode);
+    const ObjectList& numbers = decode->Parts().arrayElements;
     isInverted = IsRepeated(numbers, 1, 0);
     const bool isKnown = isInverted || IsRepeated(numbers, 0, 1);
-    const bool fits = numbers.size() == 2 || (numbers.size() == 6 && bitsPerComponent == 8);
+    const bool fits = numbers.Count() == 2 || (numbers.Count() == 6 && bitsPerComponent == 8);
     if (!isKnown || !fits) NoteDeparture(machine, ORXNoteKind::ImageColors);
   }
   const CCITTFaxDecodeFilter* fax = FaxFilterOf(filters);

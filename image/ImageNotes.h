@@ -16,9 +16,12 @@ namespace orxeps {
 // The first six elements of an array as numbers; nothing for anything else.
 [[nodiscard]] std::optional<std::array<double, 6>> MatrixOf(const PSObject* object) noexcept;
 
-// Tells how far from its place an image of this size is drawn. Drawing knows the usual image matrix
-// [w 0 0 -h 0 h] and no rotation.
-void NotePlacement(const Machine& machine, const Canvas& canvas,
+// How images land in the box that the transformation matrix gives them: as the usual image matrix
+// [w 0 0 -h 0 h] says, or upright whatever the directions of the matrix are.
+enum class ImageLanding { AsUsual, Upright };
+
+// Tells how far from its place an image of this size is drawn. Drawing knows no rotation.
+void NotePlacement(const Machine& machine, const Canvas& canvas, ImageLanding landing,
                    const std::array<double, 6>& imageMatrix, double width, double height) noexcept;
 
 // Tells how many of the bytes of the layout were there.

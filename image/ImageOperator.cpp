@@ -101,7 +101,8 @@ void NoteImage(const Machine& machine, const Canvas& canvas, const ORXHashDico& 
   NoteDescription(machine, entries, description.dataSource->Parts().fileFilters.Items(),
                   description.bitsPerComponent);
   if (const auto matrix = MatrixOf(DictLocate(entries, "ImageMatrix"))) {
-    NotePlacement(machine, canvas, *matrix, description.width, description.height);
+    NotePlacement(machine, canvas, ImageLanding::AsUsual, *matrix, description.width,
+                  description.height);
   }
 }
 

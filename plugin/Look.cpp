@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 #include "plugin/ORXPrintEPSInterpreter.h"
 #include "ps/Execution.h"
@@ -140,6 +141,21 @@ bool ORXPrintEPSInterpreter::RunsAny(std::int32_t fromTop, ORXNameTest& test) no
   if (fromTop < 0 || fromTop >= operandStack.Count()) return false;
   const PSObject& object = *operandStack.Below(fromTop);
   return object.Is(PSObjectType::Procedure) && ProcedureSearch(*this, test).Run(object);
+}
+
+bool ORXPrintEPSInterpreter::NameRunsAny(std::string_view name, ORXNameTest& test) noexcept {
+  try {
+    Name* known = names.FindIfThere(ORXString(name));
+    const PSObject* value = known ? LookupName(*this, NameText(known)).value : nullptr;
+    return value && value->Is(PSObjectType::Procedure) && ProcedureSearch(*this, test).Run(*value);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+}
+
+bool ORXPrintEPSInterpreter::RunningRunsAny(ORXNameTest& test) noexcept {
+  const PSObject* procedure = executionStack.RunningProcedure();
+  return procedure && ProcedureSearch(*this, test).Run(*procedure);
 }
 
 }  // namespace orxeps

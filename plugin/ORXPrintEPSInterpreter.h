@@ -61,6 +61,8 @@ public:
   [[nodiscard]] ORXGraphics Graphics() const noexcept override;
   [[nodiscard]] ORXExtent PathExtent() const noexcept override;
   [[nodiscard]] bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept override;
+  [[nodiscard]] bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept override;
+  [[nodiscard]] bool RunningRunsAny(ORXNameTest& test) noexcept override;
   void SetMark(std::uint32_t mark) noexcept override { canvas.Current().mark = mark; }
 
   Canvas canvas;
