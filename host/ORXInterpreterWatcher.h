@@ -3,14 +3,16 @@
 //
 // A host finds the interface with a dynamic_cast from ORXPrintInterpreter* to ORXWatchable*; an
 // interpreter that does not offer it answers null, and a host that never asks notices nothing.
-// Watching changes no answer and no call on the generator, except that a pass ends where the
-// watcher says so.
+// Watching and asking changes no answer and no call on the generator, except that a pass ends where
+// the watcher says so.
 //
 //   if (auto* watchable = dynamic_cast<ORXWatchable*>(interpreter))
 //   watchable->SetWatcher(&watcher);
 #pragma once
 
 #include <cstdint>
+
+#include "host/ORXNote.h"
 
 // How a pass or a query came to its end.
 enum class ORXPassResult : std::uint32_t {
@@ -44,9 +46,25 @@ public:
   // Told once at the end of each pass and query, before the call that started it returns; not where
   // there was nothing to read from.
   virtual void PassEnded(const ORXPassEnd& end) noexcept = 0;
+  // Whether Noted is to be called; asked when the watcher is set.
+  [[nodiscard]] virtual bool WantsNotes() const noexcept { return false; }
+  // Told where the interpreter does less, or other, than PostScript asks for. The ORXWatchable
+  // answers what it looks like there. It can be told as often as the document runs operators.
+  virtual void Noted(const ORXNote& /*note*/) noexcept {}
 
 protected:
   ~ORXInterpreterWatcher() = default;
+};
+
+// Bytes of the document from its start.
+struct ORXPlace {
+  static constexpr std::uint64_t kNone = ~std::uint64_t{0};
+
+  // The beginning of the token that runs: inside a procedure, of the token at the top level of the
+  // document that led there; while a comment is acted on, of the comment.
+  std::uint64_t token = kNone;
+  // The "{" of the innermost procedure that runs; kNone where none runs or it was made otherwise.
+  std::uint64_t definition = kNone;
 };
 
 class ORXWatchable {
@@ -54,6 +72,23 @@ public:
   // The watcher is borrowed and stays until another takes its place; null for none. Not to be
   // called in the middle of a pass.
   virtual void SetWatcher(ORXInterpreterWatcher* watcher) noexcept = 0;
+  // Where a pass is: to be asked on the thread that runs it, from a call on the generator or on the
+  // watcher, as often as one likes. Outside of a pass both members are kNone.
+  [[nodiscard]] virtual ORXPlace Place() const noexcept = 0;
+  // The operands, 0 the top one; an operand of no type below the last.
+  [[nodiscard]] virtual ORXOperand Operand(std::int32_t fromTop) const noexcept = 0;
+  [[nodiscard]] virtual ORXGraphics Graphics() const noexcept = 0;
+  // Takes time that grows with the path.
+  [[nodiscard]] virtual ORXExtent PathExtent() const noexcept = 0;
+  // Whether the procedure at that place of the operand stack would run, or any that it would run,
+  // an operator or an unknown name that the test holds for. Looks at a bounded number of elements.
+  [[nodiscard]] virtual bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept = 0;
+  // The same of the procedure that the name stands for, and of the innermost that runs.
+  [[nodiscard]] virtual bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept = 0;
+  [[nodiscard]] virtual bool RunningRunsAny(ORXNameTest& test) noexcept = 0;
+  // Leaves a mark in the current graphics state, which is saved and restored with it and means
+  // nothing to the interpreter. 0 in a new interpreter.
+  virtual void SetMark(std::uint32_t mark) noexcept = 0;
 
 protected:
   ~ORXWatchable() = default;

@@ -26,6 +26,7 @@ constexpr const char* kFooter =
     "  orxprint render part.eps -o part.pdf\n"
     "  orxprint render scan.eps -f png -r 300 --area drawing\n"
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
+    "  orxprint check *.eps\n"
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
@@ -33,7 +34,8 @@ constexpr const char* kFooter =
     "A FILE of - is standard input; an output of - is standard output.\n"
     "\n"
     "Exit status: 0 all went well; 1 a file could not be read or drawn (the others are\n"
-    "done); 2 wrong usage; 4 a limit was met (what was drawn is written); 5 the plug-in could\n"
+    "done); 2 wrong usage; 3 content is missing or wrong (check, render --strict); 4 a limit was "
+    "met (what was drawn is written); 5 the plug-in could\n"
     "not be loaded.";
 
 constexpr const char* kRenderFooter =
@@ -41,6 +43,12 @@ constexpr const char* kRenderFooter =
     "output stands beside the input under its name with the new ending; OUT may be a folder.\n"
     "PDF takes all pages in one file. Several pages of SVG or PNG are numbered, as in name-2.svg,\n"
     "or where OUT has %d or %03d. Output appears under its name only when it is complete.";
+
+constexpr const char* kCheckFooter =
+    "Interprets and draws nothing. Prints one line for a document of which nothing is lost;\n"
+    "otherwise what is lost or differs, the gravest first, with the lines of its PostScript\n"
+    "section. docs/check.md lists every kind. Ends with 3 when content is missing or wrong.\n"
+    "With --json: an array with an object for each file, as docs/check.schema.json says.";
 
 constexpr const char* kInfoFooter =
     "With --json: an array with an object for each file, in the order given: version (1), file,\n"
@@ -64,7 +72,10 @@ struct RawOptions {
   std::string timeLimit;
   std::string format;
   std::string pages;
+  std::string checkPages;
   std::string area = "box";
+  bool isQuiet = false;
+  bool isVerbose = false;
 };
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& text,
@@ -108,6 +119,13 @@ Area ParseArea(const std::string& text) {
   return Area::Drawing;
 }
 
+std::optional<PageList> ParsePages(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  auto pages = ParsePageList(text);
+  if (!pages) Refuse("--pages", text, "a list of pages such as 1,3-5,7-");
+  return pages;
+}
+
 bool IsFolder(const std::string& name) {
   std::error_code error;
   return std::filesystem::is_directory(name, error);
@@ -148,6 +166,7 @@ public:
     app.require_subcommand(0, 1);  // none is refused below, in better words
     AddCommonOptions(app);
     AddRender();
+    AddCheck();
     AddInfo();
     AddTrace();
   }
@@ -226,6 +245,17 @@ private:
         ->add_option("--area", raw.area,
                      "Show the document's box, the page from its origin, or the drawing's extent")
         ->type_name("box|page|drawing");
+    renderCommand->add_flag("--strict", render.strict, "End with status 3 when content is lost");
+    renderCommand->add_flag("-q,--quiet", raw.isQuiet, "Tell of errors only");
+    renderCommand->add_flag("-v,--verbose", raw.isVerbose, "List what is lost or differs");
+  }
+
+  void AddCheck() {
+    checkCommand = AddCommand("check", "Tell what will be lost or differ, and where", kCheckFooter);
+    checkCommand->add_option("FILE", check.files, "Documents to check")->required();
+    checkCommand->add_flag("--json", check.json, "Print for programs");
+    checkCommand->add_option("--pages,--page", raw.checkPages, "Look at these pages only: 1,3-5,7-")
+        ->type_name("LIST");
   }
 
   void AddInfo() {
@@ -245,8 +275,13 @@ private:
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, info or trace",
+      throw CLI::ParseError("a command is required: render, check, info or trace",
                             CLI::ExitCodes::RequiredError);
+    }
+    if (checkCommand->parsed()) {
+      RequireOneStandardInput(check.files);
+      check.pages = ParsePages(raw.checkPages);
+      return {common, check};
     }
     if (infoCommand->parsed()) {
       RequireOneStandardInput(info.files);
@@ -257,20 +292,21 @@ private:
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
     RequireOneOutputForEach(render);
-    if (!raw.pages.empty()) {
-      render.pages = ParsePageList(raw.pages);
-      if (!render.pages) Refuse("--pages", raw.pages, "a list of pages such as 1,3-5,7-");
-    }
+    render.pages = ParsePages(raw.pages);
+    if (raw.isVerbose) render.telling = Telling::All;
+    if (raw.isQuiet) render.telling = Telling::ErrorsOnly;
     return {common, render};
   }
 
   CLI::App app{kDescription, "orxprint"};
   CLI::App* renderCommand = nullptr;
+  CLI::App* checkCommand = nullptr;
   CLI::App* infoCommand = nullptr;
   CLI::App* traceCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
+  CheckOptions check;
   InfoOptions info;
   TraceOptions trace;
 };

@@ -32,6 +32,9 @@ struct CommonOptions {
   TimeLimit timeLimit;
 };
 
+// What is told of content that is lost.
+enum class Telling { ErrorsOnly, OneWarning, All };
+
 struct RenderOptions {
   std::vector<std::string> files;
   std::string output;  // empty: beside the input
@@ -39,6 +42,15 @@ struct RenderOptions {
   double dotsPerInch = 150;
   std::optional<PageList> pages;  // none: all
   Area area = Area::Box;
+  Telling telling = Telling::OneWarning;
+  bool strict = false;
+};
+
+struct CheckOptions {
+  std::vector<std::string> files;
+  bool json = false;
+  std::string html;               // empty: none
+  std::optional<PageList> pages;  // none: all
 };
 
 struct InfoOptions {
@@ -54,7 +66,7 @@ struct TraceOptions {
 
 struct Request {
   CommonOptions common;
-  std::variant<RenderOptions, InfoOptions, TraceOptions> command;
+  std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions> command;
 };
 
 // The request, or the status to end with when help was given or the usage was wrong; the person

@@ -9,6 +9,8 @@ namespace orxprint {
 
 [[nodiscard]] Status Render(const Plugin& plugin, const CommonOptions& common,
                             const RenderOptions& options);
+[[nodiscard]] Status Check(const Plugin& plugin, const CommonOptions& common,
+                           const CheckOptions& options);
 [[nodiscard]] Status Info(const Plugin& plugin, const CommonOptions& common,
                           const InfoOptions& options);
 [[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,

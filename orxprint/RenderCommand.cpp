@@ -8,6 +8,7 @@
 #include "drawing/DisplayRecorder.h"
 #include "drawing/NullGenerator.h"
 #include "host/ORXPrintPropertiesManager.h"
+#include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Messages.h"
 #include "orxprint/OutputNames.h"
@@ -50,7 +51,7 @@ public:
     Draw();
     session.TellShortfalls();
     if (format.WritesFiles()) Write();
-    const Status status = session.TellShortfalls();
+    const Status status = Gravest(session.TellShortfalls(), TellLostContent(session, options));
     return losses.stop ? Status::LimitReached : status;
   }
 
@@ -105,6 +106,7 @@ private:
   }
 
   void Draw() {
+    if (format.WritesFiles()) session.JudgeDrawing();
     if (!options.pages) return DrawPages(PageSelection::All());
     for (const std::uint32_t page : selected) {
       DrawPages(PageSelection::Only(page));

@@ -30,6 +30,9 @@ Status RunCommand(const Plugin& plugin, const Request& request) {
   if (const auto* render = std::get_if<RenderOptions>(&request.command)) {
     return Render(plugin, request.common, *render);
   }
+  if (const auto* check = std::get_if<CheckOptions>(&request.command)) {
+    return Check(plugin, request.common, *check);
+  }
   if (const auto* info = std::get_if<InfoOptions>(&request.command)) {
     return Info(plugin, request.common, *info);
   }

@@ -61,6 +61,7 @@ void ORXPrintEPSInterpreter::CommentRead(std::string_view text) {
 }
 
 void ORXPrintEPSInterpreter::BeginPage() {
+  watch.Note({ORXNoteKind::PageBegun, "%%Page:", {}, 0});
   pageState = PageState::Drawing;
   if (AllPagesFlag() == 1 && pageCounter > 0 && canvas.HasGenerator()) canvas.NewPage();
   ++pageCounter;

@@ -85,7 +85,10 @@ PSRef ReadShortString(InputReader& input, ObjectHeap& heap) {
 PSRef Scanner::ReadBinaryToken() {
   char first = 0;
   if (!input.ReadByte(first)) return {};
-  if (Is(first, kBeginsBinary)) return ReadSupportedBinaryToken(static_cast<unsigned char>(first));
+  if (Is(first, kBeginsBinary)) {
+    const PlaceHold place(input, input.Position() - 1);
+    return ReadSupportedBinaryToken(static_cast<unsigned char>(first));
+  }
   input.UnreadByte(first);
   return {};
 }

@@ -12,6 +12,7 @@ namespace {
 
 // From here on nothing of the operator's object is read: the operator may release or overwrite it.
 inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
+  machine.running = &row;
   const ResultCode result = machine.operandStack.Count() < row.operands
                                 ? RaiseError(machine, "stackunderflow")
                                 : row.run(machine);
@@ -55,6 +56,10 @@ NameLookup LookupName(Machine& machine, const NameText& name) {
 
 namespace {
 
+void NoteUnknownName(const Machine& machine, const Name& name) noexcept {
+  machine.watch.Note({ORXNoteKind::UnknownName, name.text.View(), {}, 0});
+}
+
 // Does what executing one object does at once; a procedure only begins to run. Null is the value of
 // a name that is defined nowhere.
 inline void BeginExecution(Machine& machine, PSObject* object) {
@@ -67,8 +72,11 @@ inline void BeginExecution(Machine& machine, PSObject* object) {
       return machine.executionStack.RunProcedure(PSRef::Retain(object));
     }
     if (!object->Is(PSObjectType::Name)) break;
-    object = LookupName(machine, object->nameText).value;
-    if (object && object->Is(PSObjectType::Procedure)) {
+    const NameText& name = object->nameText;
+    object = LookupName(machine, name).value;
+    if (!object)
+      return NoteUnknownName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
+    if (object->Is(PSObjectType::Procedure)) {
       return machine.executionStack.RunProcedure(PSRef::Retain(object));
     }
   }
@@ -96,7 +104,7 @@ void ExecuteObject(Machine& machine, PSObject* object) {
 
 void ExecuteName(Machine& machine, Name& name) {
   PSObject* value = LookupName(machine, name).value;
-  if (!value) return;
+  if (!value) return NoteUnknownName(machine, name);
   const std::size_t depth = machine.executionStack.Depth();
   if (value->Is(PSObjectType::Procedure)) {
     machine.executionStack.RunProcedure(PSRef::Retain(value));

@@ -4,6 +4,7 @@
 #include <limits>
 #include <new>
 
+#include "ps/CharacterClass.h"
 #include "ps/HostCalls.h"
 
 namespace orxeps {
@@ -48,6 +49,8 @@ void InputReader::Rewind() {
   CallHost([this] { return stream->Seek(0, 0); });
   takenAtOpen = BytesTaken();
   foreignTaken = 0;
+  noted = {};
+  heldAt = kNotHeld;
 }
 
 void InputReader::ClearEndOfFile() {
@@ -68,6 +71,30 @@ void InputReader::SeekToEnd() {
   DropBlock();
   hasPushedBack = false;
   CallHost([this] { return stream->Seek(0, 2); });
+}
+
+// A word, a name with its "/", or brackets: the bytes of the block before the next one, back to
+// where the token before them ended.
+std::size_t InputReader::LengthOfLastToken() const noexcept {
+  const std::uint64_t sinceNoted = Position() - std::min(noted.behind, Position());
+  const auto most = std::min(static_cast<std::uint64_t>(next - begin), sinceNoted);
+  const char* const limit = next - most;
+  const char* first = next;
+  while (first != limit && Is(first[-1], kRegular)) --first;
+  if (first != next) {
+    if (first != limit && first[-1] == '/') --first;
+  } else if (first != limit && Is(first[-1], kDelimiter)) {
+    const char bracket = *--first;
+    const bool mayBeDouble = bracket == '<' || bracket == '>';
+    if (mayBeDouble && first != limit && first[-1] == bracket) --first;
+  }
+  return static_cast<std::size_t>(next - first);
+}
+
+std::uint64_t InputReader::TokenStart() const noexcept {
+  if (heldAt != kNotHeld) return heldAt;
+  if (noted.behind != Position()) NoteTokenStart(Position() - LengthOfLastToken());
+  return noted.start;
 }
 
 bool InputReader::ReadBytes(unsigned char* bytes, std::size_t count) {

@@ -86,15 +86,32 @@ public:
     return BytesTaken() - takenAtOpen - foreignTaken;
   }
 
+  // Where the token that was taken last begins, in the document. It is worked out only when it is
+  // asked for, from the bytes that lie before the next one, so that reading tokens pays nothing;
+  // what takes bytes in another way tells where it began, with NoteTokenStart or a PlaceHold.
+  [[nodiscard]] std::uint64_t TokenStart() const noexcept;
+  // The token that ends here began there.
+  void NoteTokenStart(std::uint64_t start) const noexcept { noted = {start, Position()}; }
+
   // The largest block; for tests, which try small ones. 1 turns reading ahead off.
   void SetLargestBlock(std::size_t bytes) noexcept { largestBlock = bytes; }
 
 private:
+  friend class PlaceHold;
+
   static constexpr std::size_t kBlockBytes = std::size_t{64} << 10;
+  static constexpr std::uint64_t kNotHeld = ~std::uint64_t{0};
+
+  struct TokenPlace {
+    std::uint64_t start = 0;
+    std::uint64_t behind = 0;
+  };
+
   static constexpr std::size_t kFirstBlockBytes = std::size_t{4} << 10;
 
   // Whether bytes lie ready that the stream has given in a block.
   [[nodiscard]] bool HasBlockAhead() const noexcept { return next != end && blockHasPosition; }
+  [[nodiscard]] std::size_t LengthOfLastToken() const noexcept;
   [[nodiscard]] bool ReadSlowly(char& byte);
   [[nodiscard]] bool IsReadableSlowly();
   [[nodiscard]] bool StreamHasMoreData();
@@ -127,6 +144,31 @@ private:
   std::uint64_t foreignTaken = 0;  // since then, of bytes that are none of the document's
   std::unique_ptr<char[]> memory;
   char single = 0;  // the block in which bytes come one at a time
+
+  mutable TokenPlace noted;         // the last token whose place was told or worked out
+  std::uint64_t heldAt = kNotHeld;  // what runs began here, however far the input is read meanwhile
+};
+
+// While it lives, the token that runs is known to have begun at one place, although more of the
+// input is taken.
+class PlaceHold {
+public:
+  // From the token that was taken last.
+  explicit PlaceHold(InputReader& input) noexcept : PlaceHold(input, input.TokenStart()) {}
+  PlaceHold(InputReader& input, std::uint64_t start) noexcept
+      : reader(input), before(input.heldAt) {
+    reader.heldAt = start;
+  }
+  PlaceHold(const PlaceHold&) = delete;
+  PlaceHold& operator=(const PlaceHold&) = delete;
+  ~PlaceHold() {
+    reader.NoteTokenStart(reader.heldAt);
+    reader.heldAt = before;
+  }
+
+private:
+  InputReader& reader;
+  const std::uint64_t before;
 };
 
 // Ends a loop that reads when a turn has taken no byte.

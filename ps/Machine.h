@@ -53,7 +53,8 @@ public:
   std::int32_t dictionariesAtStart = 0;  // entries of the dictionary stack when the pass began
 
   RunWatch watch;
-  std::int32_t* counters = nullptr;  // what the operators' rows count in, or null
+  const OperatorRow* running = nullptr;  // the operator that runs or ran last
+  std::int32_t* counters = nullptr;      // what the operators' rows count in, or null
 
   std::uint8_t errorFlag = 0;       // 1 once any error has been raised
   const char* lastError = nullptr;  // its name, for whoever debugs; nothing in a run reads it

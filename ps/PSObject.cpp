@@ -86,6 +86,7 @@ PSRef PSObject::Clone() const {
         if (HasElements(*element)) pending.push_back({element, copy});
       }
     }
+    next.copy->OwnParts().definedAt = next.source->Parts().definedAt;
     heap.UpdateCharge(*next.copy);
   }
   if (HasEntries(*this)) clone->ShareEntriesOf(*this);

@@ -48,6 +48,8 @@ enum class PSObjectType : std::uint8_t {
   Operator = 12,
 };
 
+inline constexpr std::uint64_t kNoPlace = ~std::uint64_t{0};
+
 // What an object has beyond its record.
 struct PSParts {
   ORXString stringText;  // of a String
@@ -57,6 +59,8 @@ struct PSParts {
   InputReader* fileSource = nullptr;  // of a File: what reads the document, borrowed
   ORXRawCollPV fileFilters;           // of a File: DecodeFilter pointers, borrowed
   std::size_t chargedBytes = 0;       // what the heap's budget counts of all this
+  // Of a Procedure: the place of its "{" in the document.
+  std::uint64_t definedAt = kNoPlace;
 };
 
 // The parts of an object that has none. Never destroyed: whoever still runs at the end of the

@@ -11,7 +11,10 @@ namespace orxeps {
 class RunWatch {
 public:
   // The watcher is borrowed; null for none.
-  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept { watcher = newWatcher; }
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept {
+    watcher = newWatcher;
+    listener = watcher && watcher->WantsNotes() ? watcher : nullptr;
+  }
   void BeginPass() noexcept {
     stopped = false;
     end = {};
@@ -29,6 +32,12 @@ public:
   }
   [[nodiscard]] bool IsStopped() const noexcept { return stopped; }
 
+  // Whether notes go anywhere: for those that take work to make.
+  [[nodiscard]] bool HasListener() const noexcept { return listener != nullptr; }
+  void Note(const ORXNote& note) const noexcept {
+    if (listener) listener->Noted(note);
+  }
+
   // Notes what will be told of the pass, and where in the document it happened. The first that is
   // not a mere completion stays, unless the watcher itself stopped the pass.
   void NoteEnd(ORXPassResult result, const char* error, std::uint64_t position) noexcept {
@@ -44,6 +53,7 @@ private:
   static constexpr std::int32_t kStepsBetweenQuestions = 4096;
 
   ORXInterpreterWatcher* watcher = nullptr;
+  ORXInterpreterWatcher* listener = nullptr;  // the watcher, if it wants notes
   bool stopped = false;
   std::int32_t stepsLeft = kStepsBetweenQuestions;
   ORXPassEnd end;

@@ -147,6 +147,7 @@ Token Scanner::ReadRegularRun(char first) {
     byte = 0;
   }
   input.UnreadByte(byte);
+  input.NoteTokenStart(input.Position() - std::min<std::uint64_t>(text.size(), input.Position()));
   return ClassifiedToken(text);
 }
 
@@ -160,6 +161,7 @@ void Scanner::AddDelimiter(char delimiter, TokenUse use) {
 
 // Reads a comment, its "%" read already, up to and with the line end.
 void Scanner::ReadComment() {
+  const PlaceHold place(input, input.Position() - 1);
   commentText.clear();
   char byte = 0;
   while (input.ReadByte(byte) && byte != '\n') {
@@ -243,12 +245,15 @@ int Scanner::AddStringToken(std::string& string, bool& fits) {
     add(ReadTokenFor(TokenUse::AfterBackslash).text);
   } else if (!Is(first, kDelimiter)) {
     add(token.text);
+  } else {
+    machine.watch.Note({ORXNoteKind::CharactersLost, "(", token.text, 0});
   }
   return 0;
 }
 
 // A string that has no room is read to its end and lost.
 PSRef Scanner::ReadString() {
+  const PlaceHold place(input, input.Position() - 1);
   std::string string;
   bool fits = true;
   ProgressGuard progress(input);
@@ -278,13 +283,15 @@ class OpenProcedures {
 public:
   explicit OpenProcedures(ObjectHeap& objectHeap) : heap(objectHeap), share(heap.Budget()) {}
 
-  void Begin() {
+  // `start` is the place of the "{".
+  void Begin(std::uint64_t start) {
     if (!share.Resize((open.size() + 1) * kOpenProcedureCost)) throw LimitReached{"VMerror"};
-    open.push_back(heap.Make(PSObjectType::Procedure));
+    open.push_back({heap.Make(PSObjectType::Procedure), start});
   }
   // Adds to the innermost. The budget follows the list as it grows, not only when it is complete.
   void Append(PSRef element) {
-    PSObject& procedure = *open.back();
+    PSObject& procedure = *open.back().procedure;
+    procedure.OwnParts().definedAt = open.back().start;
     ObjectList& elements = procedure.OwnParts().procElements;
     const std::size_t capacity = elements.Capacity();
     elements.Append(std::move(element));
@@ -292,21 +299,26 @@ public:
   }
   // Moves the innermost into the one around it. REQUIRES: there is one around it.
   void CloseInnermost() {
-    PSRef closed = std::move(open.back());
+    PSRef closed = std::move(open.back().procedure);
     open.pop_back();
     Append(std::move(closed));
   }
   // Closes all. REQUIRES: there is one.
   [[nodiscard]] PSRef Finish() {
     while (open.size() > 1) CloseInnermost();
-    return std::move(open.front());
+    return std::move(open.front().procedure);
   }
   void Drop() noexcept { open.clear(); }
 
 private:
+  struct OpenProcedure {
+    PSRef procedure;
+    std::uint64_t start;
+  };
+
   ObjectHeap& heap;
   MemoryShare share;
-  std::vector<PSRef> open;
+  std::vector<OpenProcedure> open;
 };
 
 }  // namespace
@@ -326,7 +338,9 @@ PSRef Scanner::ReadProcedure() {
     }
     if (error) procedures.Drop();
   };
-  attempt([&] { procedures.Begin(); });
+  const std::uint64_t start = input.Position() - 1;
+  const PlaceHold place(input, start);
+  attempt([&] { procedures.Begin(start); });
   std::size_t openBraces = 1;
   ProgressGuard progress(input);
   while (openBraces > 0 && input.IsReadable() && progress.Moved()) {
@@ -334,7 +348,7 @@ PSRef Scanner::ReadProcedure() {
       const Token token = ReadToken();
       if (token.text.starts_with('{')) {
         ++openBraces;
-        if (!error) procedures.Begin();
+        if (!error) procedures.Begin(input.Position() - 1);
       } else if (token.text == "}") {
         if (--openBraces > 0 && !error) procedures.CloseInnermost();
       } else if (PSRef element = ReadObject(token); element && !error) {
@@ -349,7 +363,9 @@ PSRef Scanner::ReadProcedure() {
 // "<<" and ">>" come as two tokens. Strings in hexadecimal are not supported: what follows the "<"
 // is lost.
 PSRef Scanner::ReadAngle(std::string_view bracket, std::string_view whole) {
-  if (ReadToken().text == bracket) return MakeObject(whole);
+  const Token token = ReadToken();
+  if (token.text == bracket) return MakeObject(whole);
+  machine.watch.Note({ORXNoteKind::TextAfterAngle, bracket, token.text, 0});
   return {};
 }
 
