@@ -4,13 +4,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
+#include <iterator>
 #include <limits>
 #include <sstream>
 #include <utility>
 
+#include "orxprint/Files.h"
 #include "orxprint/Messages.h"
+#include "orxprint/Platform.h"
 #include "orxprint/StandardOutput.h"
 
 namespace orxprint {
@@ -108,10 +109,7 @@ Area ParseArea(const std::string& text) {
   return Area::Drawing;
 }
 
-bool IsFolder(const std::string& name) {
-  std::error_code error;
-  return std::filesystem::is_directory(name, error);
-}
+bool IsFolder(const std::string& name) { return StatusOf(PathOf(name)).kind == FileKind::Folder; }
 
 const Format& ChooseFormat(const std::string& text, const RenderOptions& render) {
   if (!text.empty()) {
@@ -124,6 +122,13 @@ const Format& ChooseFormat(const std::string& text, const RenderOptions& render)
   if (IsFolder(render.output)) return DefaultFormat();
   throw CLI::ValidationError("--output", "the ending of '" + render.output +
                                              "' says no format: use .svg, .pdf or .png, or -f");
+}
+
+void RequireThere(const Format& format) {
+  if (format.IsThere()) return;
+  throw CLI::ValidationError("--format", "this build of orxprint writes no " +
+                                             std::string(format.name) +
+                                             ": it lacks the library for it");
 }
 
 void RequireOneStandardInput(const std::vector<std::string>& files) {
@@ -152,16 +157,17 @@ public:
     AddTrace();
   }
 
-  std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
+  std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
     try {
-      app.parse(argumentCount, arguments);
+      // The library takes them from the last to the first.
+      app.parse(std::vector<std::string>(arguments.rbegin(), std::prev(arguments.rend())));
       return Finish();
     } catch (const CLI::Success& help) {
       return PrintAnswer(help);
     } catch (const CLI::ParseError& error) {
       Tell(error.what());
-      HintAtNamesWithDash(argumentCount, arguments);
-      std::fputs("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n", stderr);
+      HintAtNamesWithDash(arguments);
+      WriteToStandardError("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n");
       return Status::WrongUsage;
     }
   }
@@ -177,13 +183,11 @@ private:
   }
 
   // A file's name that begins with a dash is taken for options.
-  static void HintAtNamesWithDash(int argumentCount, const char* const* arguments) {
-    for (int i = 1; i < argumentCount; ++i) {
-      const std::string argument = arguments[i];
-      std::error_code error;
-      if (argument.size() < 2 || argument[0] != '-' || !std::filesystem::exists(argument, error)) {
-        continue;
-      }
+  static void HintAtNamesWithDash(const std::vector<std::string>& arguments) {
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+      const std::string& argument = arguments[i];
+      if (argument.size() < 2 || argument[0] != '-') continue;
+      if (StatusOf(PathOf(argument)).kind == FileKind::None) continue;
       Tell(argument, "to name this file, write ./" + argument);
     }
   }
@@ -256,6 +260,7 @@ private:
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
+    RequireThere(*render.format);
     RequireOneOutputForEach(render);
     if (!raw.pages.empty()) {
       render.pages = ParsePageList(raw.pages);
@@ -277,8 +282,8 @@ private:
 
 }  // namespace
 
-std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments) {
-  return Parser().Parse(argumentCount, arguments);
+std::variant<Request, Status> ParseCommandLine(const std::vector<std::string>& arguments) {
+  return Parser().Parse(arguments);
 }
 
 }  // namespace orxprint
