@@ -14,7 +14,7 @@ public:
   PendingFile& operator=(const PendingFile&) = delete;
   virtual ~PendingFile() = default;
 
-  // The descriptor to write to, until Finish.
+  // The descriptor to write to and to read back from, until Finish.
   [[nodiscard]] virtual int Number() const = 0;
   // No more bytes will come: puts them on the disk, with the rights of the file that is replaced.
   // Returns 0, or the errno value.

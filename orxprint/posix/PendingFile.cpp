@@ -43,14 +43,13 @@ public:
     const fs::path folder = FolderOf(target);
 #if defined(O_TMPFILE)
     if (access("/proc/self/fd", X_OK) == 0) {
-      file = Descriptor(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600));
+      file = Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
       isNameless = file.IsOpen() && file.Number() < kMostDescriptors;
       if (isNameless) return 0;
     }
 #endif
     temporary = std::make_unique<TemporaryName>(folder);
-    file =
-        Descriptor(open(temporary->Path().c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600));
+    file = Descriptor(open(temporary->Path().c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0600));
     if (file.IsOpen()) return 0;
     const int error = errno;
     temporary->Release();

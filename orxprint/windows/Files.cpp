@@ -4,6 +4,7 @@
 #include <io.h>
 #include <windows.h>
 
+#include <memory>
 #include <random>
 #include <string>
 
@@ -50,23 +51,27 @@ Descriptor DescriptorOf(HANDLE handle, int flags) {
 
 std::uint64_t Joined(DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; }
 
+// Nothing where the file has none, as some that the program was started with.
+FileIdentity IdentityOf(HANDLE handle) {
+  BY_HANDLE_FILE_INFORMATION found{};
+  if (!GetFileInformationByHandle(handle, &found)) return {};
+  return {found.dwVolumeSerialNumber, Joined(found.nFileIndexHigh, found.nFileIndexLow)};
+}
+
 FileStatus StatusOf(HANDLE handle) {
   const DWORD type = GetFileType(handle);
   if (type == FILE_TYPE_UNKNOWN && GetLastError() != NO_ERROR) {
     return {FileKind::None, TakeLastError(), {}, 0, 0};
   }
-  BY_HANDLE_FILE_INFORMATION found{};
   if (type != FILE_TYPE_DISK) return {FileKind::Other, 0, {}, 0, 0};
-  if (!GetFileInformationByHandle(handle, &found)) {
+  FILE_STANDARD_INFO standard{};
+  FILE_BASIC_INFO basic{};
+  if (!GetFileInformationByHandleEx(handle, FileStandardInfo, &standard, sizeof standard) ||
+      !GetFileInformationByHandleEx(handle, FileBasicInfo, &basic, sizeof basic)) {
     return {FileKind::None, TakeLastError(), {}, 0, 0};
   }
-  const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  return {isFolder ? FileKind::Folder : FileKind::Regular,
-          0,
-          {found.dwVolumeSerialNumber, Joined(found.nFileIndexHigh, found.nFileIndexLow)},
-          Joined(found.nFileSizeHigh, found.nFileSizeLow),
-          static_cast<std::int64_t>(
-              Joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime))};
+  return {standard.Directory ? FileKind::Folder : FileKind::Regular, 0, IdentityOf(handle),
+          static_cast<std::uint64_t>(standard.EndOfFile.QuadPart), basic.LastWriteTime.QuadPart};
 }
 
 std::wstring FullPath(const std::wstring& name) {

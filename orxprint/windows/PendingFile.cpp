@@ -25,16 +25,16 @@ public:
 
   // Returns 0, or the errno value.
   int Make() {
-    const HANDLE handle =
-        CreateFileW(temporary.Path().c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                    nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE handle = CreateFileW(temporary.Path().c_str(), GENERIC_READ | GENERIC_WRITE,
+                                      FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
     if (handle == INVALID_HANDLE_VALUE) {
       const int error = TakeLastError();
       temporary.Release();
       return error;
     }
     file =
-        Descriptor(_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_WRONLY | _O_BINARY));
+        Descriptor(_open_osfhandle(reinterpret_cast<std::intptr_t>(handle), _O_RDWR | _O_BINARY));
     if (file.IsOpen()) return 0;
     CloseHandle(handle);
     return EMFILE;

@@ -88,11 +88,7 @@ void* FindFunction(void* library, const char* name) {
   return isCode ? address : nullptr;
 }
 
-fs::path AbsolutePath(const fs::path& path) {
-  std::error_code error;
-  fs::path absolute = fs::absolute(path, error);
-  return error ? path : absolute;
-}
+fs::path AbsolutePath(const fs::path& path) { return PathOf(NameOf(path)); }
 
 std::vector<std::string> ProgramArguments(int, char**) {
   int count = 0;
