@@ -150,7 +150,8 @@ public:
   Parser() {
     app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
     app.footer(kFooter);
-    app.require_subcommand(0, 1);  // none is refused below, in better words
+    app.allow_windows_style_options(false);  // "/part.eps" names a file there, too
+    app.require_subcommand(0, 1);            // none is refused below, in better words
     AddCommonOptions(app);
     AddRender();
     AddInfo();

@@ -61,7 +61,7 @@ class Windows(unittest.TestCase):
         deep.mkdir(parents=True)
         (deep / "part.eps").write_bytes(DOCUMENT)
         relative = str((deep / "part.eps").relative_to(self.folder))
-        names = [drive_name(deep / "part.eps"), relative, relative.replace("/", "\\"),
+        names = [drive_name(deep / "part.eps"), str(deep / "part.eps"), relative, relative.replace("/", "\\"),
                  ".\\" + relative]
         self.assertEqual(self.names_told(*names), names)
 
