@@ -4,13 +4,14 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
+#include <iterator>
 #include <limits>
 #include <sstream>
 #include <utility>
 
+#include "orxprint/Files.h"
 #include "orxprint/Messages.h"
+#include "orxprint/Platform.h"
 #include "orxprint/StandardOutput.h"
 
 namespace orxprint {
@@ -126,10 +127,7 @@ std::optional<PageList> ParsePages(const std::string& text) {
   return pages;
 }
 
-bool IsFolder(const std::string& name) {
-  std::error_code error;
-  return std::filesystem::is_directory(name, error);
-}
+bool IsFolder(const std::string& name) { return StatusOf(PathOf(name)).kind == FileKind::Folder; }
 
 const Format& ChooseFormat(const std::string& text, const RenderOptions& render) {
   if (!text.empty()) {
@@ -142,6 +140,13 @@ const Format& ChooseFormat(const std::string& text, const RenderOptions& render)
   if (IsFolder(render.output)) return DefaultFormat();
   throw CLI::ValidationError("--output", "the ending of '" + render.output +
                                              "' says no format: use .svg, .pdf or .png, or -f");
+}
+
+void RequireThere(const Format& format) {
+  if (format.IsThere()) return;
+  throw CLI::ValidationError("--format", "this build of orxprint writes no " +
+                                             std::string(format.name) +
+                                             ": it lacks the library for it");
 }
 
 void RequireOneStandardInput(const std::vector<std::string>& files) {
@@ -163,7 +168,8 @@ public:
   Parser() {
     app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
     app.footer(kFooter);
-    app.require_subcommand(0, 1);  // none is refused below, in better words
+    app.allow_windows_style_options(false);  // "/part.eps" names a file there, too
+    app.require_subcommand(0, 1);            // none is refused below, in better words
     AddCommonOptions(app);
     AddRender();
     AddCheck();
@@ -171,16 +177,17 @@ public:
     AddTrace();
   }
 
-  std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
+  std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
     try {
-      app.parse(argumentCount, arguments);
+      // The library takes them from the last to the first.
+      app.parse(std::vector<std::string>(arguments.rbegin(), std::prev(arguments.rend())));
       return Finish();
     } catch (const CLI::Success& help) {
       return PrintAnswer(help);
     } catch (const CLI::ParseError& error) {
       Tell(error.what());
-      HintAtNamesWithDash(argumentCount, arguments);
-      std::fputs("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n", stderr);
+      HintAtNamesWithDash(arguments);
+      WriteToStandardError("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n");
       return Status::WrongUsage;
     }
   }
@@ -196,13 +203,11 @@ private:
   }
 
   // A file's name that begins with a dash is taken for options.
-  static void HintAtNamesWithDash(int argumentCount, const char* const* arguments) {
-    for (int i = 1; i < argumentCount; ++i) {
-      const std::string argument = arguments[i];
-      std::error_code error;
-      if (argument.size() < 2 || argument[0] != '-' || !std::filesystem::exists(argument, error)) {
-        continue;
-      }
+  static void HintAtNamesWithDash(const std::vector<std::string>& arguments) {
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+      const std::string& argument = arguments[i];
+      if (argument.size() < 2 || argument[0] != '-') continue;
+      if (StatusOf(PathOf(argument)).kind == FileKind::None) continue;
       Tell(argument, "to name this file, write ./" + argument);
     }
   }
@@ -291,6 +296,7 @@ private:
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
+    RequireThere(*render.format);
     RequireOneOutputForEach(render);
     render.pages = ParsePages(raw.pages);
     if (raw.isVerbose) render.telling = Telling::All;
@@ -313,8 +319,8 @@ private:
 
 }  // namespace
 
-std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments) {
-  return Parser().Parse(argumentCount, arguments);
+std::variant<Request, Status> ParseCommandLine(const std::vector<std::string>& arguments) {
+  return Parser().Parse(arguments);
 }
 
 }  // namespace orxprint

@@ -71,6 +71,7 @@ struct Request {
 
 // The request, or the status to end with when help was given or the usage was wrong; the person
 // has then been told.
-std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments);
+// REQUIRES: the arguments are UTF-8, the program's name first.
+std::variant<Request, Status> ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace orxprint

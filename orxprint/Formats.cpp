@@ -4,15 +4,24 @@
 #include <array>
 
 #include "orxprint/OutputNames.h"
+#if ORXPRINT_DRAWS
+#  include "orxprint/PageWriter.h"
+#endif
 
 namespace orxprint {
 
 namespace {
 
+#if !ORXPRINT_DRAWS
+constexpr decltype(Format::write) WriteSvg = nullptr;
+constexpr decltype(Format::write) WritePdf = nullptr;
+constexpr decltype(Format::write) WritePng = nullptr;
+#endif
+
 constexpr std::array<Format, 4> kFormats = {{
-    {"svg", PagesInFile::One, 0.25, 1400, 100, &WriteSvg},
-    {"pdf", PagesInFile::All, 0.25, 1400, 100, &WritePdf},
-    {"png", PagesInFile::One, 1, 0, 0, &WritePng},
+    {"svg", PagesInFile::One, 0.25, 1400, 100, WriteSvg},
+    {"pdf", PagesInFile::All, 0.25, 1400, 100, WritePdf},
+    {"png", PagesInFile::One, 1, 0, 0, WritePng},
     {"none", PagesInFile::None, 0, 0, 0, nullptr},
 }};
 

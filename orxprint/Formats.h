@@ -6,9 +6,13 @@
 #include <span>
 #include <string_view>
 
-#include "orxprint/PageWriter.h"
+#include "orxprint/OutputFile.h"
 
 namespace orxprint {
+
+struct Losses;
+struct PageToWrite;
+struct WriteSettings;
 
 enum class PagesInFile { None, One, All };
 
@@ -21,11 +25,14 @@ struct Format {
   // What is held of the drawing, at most, until the file is complete.
   std::size_t bytesPerShape;
   std::size_t bytesPerPoint;
-  // Writes the pages, of which there is one unless the file takes all.
+  // Writes the pages, of which there is one unless the file takes all. Null where the library for
+  // it is not there.
   Losses (*write)(OutputFile& output, std::span<const PageToWrite> pages,
                   const WriteSettings& settings);
 
   [[nodiscard]] bool WritesFiles() const { return pages != PagesInFile::None; }
+  // Whether this build of the program can write it.
+  [[nodiscard]] bool IsThere() const { return !WritesFiles() || write; }
 };
 
 // The format that serves when nothing is said.

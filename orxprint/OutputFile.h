@@ -1,11 +1,9 @@
 // An output that appears under its name only when it is complete and on the disk.
 //
-// Bytes go to a file in the same folder that has no name where the file system allows that, and a
-// random one else; it takes the output's name on Commit and is gone otherwise. An open descriptor
-// ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get their bytes on Commit.
+// Bytes go to a pending file in the same folder, which takes the output's name on Commit and is
+// gone otherwise. An open descriptor ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get
+// their bytes on Commit.
 #pragma once
-
-#include <sys/types.h>
 
 #include <compare>
 #include <filesystem>
@@ -15,17 +13,10 @@
 #include <string_view>
 
 #include "orxprint/Descriptor.h"
-#include "orxprint/TemporaryNames.h"
+#include "orxprint/Files.h"
+#include "orxprint/PendingFile.h"
 
 namespace orxprint {
-
-// What tells one file from another, under whatever name.
-struct FileIdentity {
-  dev_t device = 0;
-  ino_t number = 0;
-
-  friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
-};
 
 // None when there is no such file.
 [[nodiscard]] std::optional<FileIdentity> IdentityOf(const std::string& name);
@@ -61,19 +52,13 @@ public:
 private:
   [[noreturn]] void Fail(int error) const;
   void Require(int error) const;
-  void MakeTemporary();
   bool Flush() noexcept;
-  // The mode and, where the user may, the owner of the file that is replaced.
-  void TakeOverRights();
-  void NameTheNameless();
   [[nodiscard]] Descriptor OpenReader(const Deadline& deadline) const;
 
   std::string name;
-  std::filesystem::path target;  // with symbolic links followed
-  Descriptor file;               // none: the bytes are kept
-  std::unique_ptr<TemporaryName> temporary;
-  bool isNameless = false;
-  std::string kept;  // what is not written yet
+  std::filesystem::path target;       // with symbolic links followed
+  std::unique_ptr<PendingFile> file;  // none: the bytes are kept
+  std::string kept;                   // what is not written yet
   int writeError = 0;
 };
 

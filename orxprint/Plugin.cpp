@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "framework/InputStreams.h"
+#include "orxprint/Files.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
 
@@ -53,11 +54,11 @@ std::string LoadModule(const std::filesystem::path& file) {
   if (!library.handle) return library.error;
   using Marker = int (*)();
   const auto marker = reinterpret_cast<Marker>(FindFunction(library.handle, kMarkerName));
-  if (!marker || marker() != 1) return file.string() + ": not a module of the print framework";
+  if (!marker || marker() != 1) return NameOf(file) + ": not a module of the print framework";
   const ORXFactoryFunction factory = ORXFillDictionary::Find(kClassName);
-  if (!factory) return file.string() + ": registers no class " + kClassName;
+  if (!factory) return NameOf(file) + ": registers no class " + kClassName;
   const std::string reason = TryFactory(factory);
-  return reason.empty() ? "" : file.string() + ": " + reason;
+  return reason.empty() ? "" : NameOf(file) + ": " + reason;
 }
 
 // The same as a run under control, for a module may do anything while it is loaded.
@@ -74,7 +75,7 @@ std::string LoadModuleBy(const Deadline& deadline, const std::filesystem::path& 
   };
   Run(control, work, [] {});
   if (loading->isOver) return loading->reason;
-  return file.string() + ": was not loaded; " + Describe(control->Reason().value_or(Stop::GaveUp));
+  return NameOf(file) + ": was not loaded; " + Describe(control->Reason().value_or(Stop::GaveUp));
 }
 
 }  // namespace
@@ -82,7 +83,7 @@ std::string LoadModuleBy(const Deadline& deadline, const std::filesystem::path& 
 Plugin::Plugin(const std::string& file, const Deadline& deadline) {
   // A name without a folder would make the loader search the system's folders.
   const auto places =
-      file.empty() ? UsualPlaces() : std::vector<std::filesystem::path>{AbsolutePath(file)};
+      file.empty() ? UsualPlaces() : std::vector<std::filesystem::path>{AbsolutePath(PathOf(file))};
   std::string tried;
   for (const std::filesystem::path& place : places) {
     const std::string reason = LoadModuleBy(deadline, place);

@@ -52,7 +52,7 @@ Status Work(const Request& request) {
   } catch (const NoPlugin& problem) {
     Tell("the plug-in could not be loaded; tried:");
     for (const std::string& line : LinesOf(problem.what())) {
-      std::fprintf(stderr, "%s\n", orxdrawing::EscapeForTerminal(line).c_str());
+      WriteToStandardError(orxdrawing::EscapeForTerminal(line) + "\n");
     }
     return Status::NoPlugin;
   }
@@ -63,7 +63,7 @@ Status Work(const Request& request) {
 int main(int argumentCount, char** arguments) {
   Status status = Status::FileFailed;
   try {
-    const auto parsed = ParseCommandLine(argumentCount, arguments);
+    const auto parsed = ParseCommandLine(ProgramArguments(argumentCount, arguments));
     const auto* request = std::get_if<Request>(&parsed);
     status = request ? Work(*request) : std::get<Status>(parsed);
   } catch (const std::exception& problem) {

@@ -1,10 +1,8 @@
 #include "orxprint/Platform.h"
 
 #include <dlfcn.h>
-#include <fcntl.h>
 #include <pthread.h>
 #include <sched.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -50,17 +48,6 @@ bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) != 0; }
 
 void SetEnvironment(const char* name, const char* value) { setenv(name, value, 1); }
 
-Descriptor OpenNamelessFile(const std::filesystem::path& folder) {
-#if defined(O_TMPFILE)
-  const int nameless = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC | O_EXCL, 0600);
-  if (nameless >= 0) return Descriptor(nameless);
-#endif
-  std::string name = (folder / "orxprint-XXXXXX").string();
-  Descriptor file(mkstemp(name.data()));
-  if (file.IsOpen()) unlink(name.c_str());
-  return file;
-}
-
 void LowerPriority([[maybe_unused]] std::thread& thread) noexcept {
 #if defined(SCHED_IDLE)
   const sched_param none = {};
@@ -103,6 +90,14 @@ std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
   std::error_code error;
   std::filesystem::path absolute = std::filesystem::absolute(path, error);
   return error ? std::filesystem::path("./") / path : absolute;
+}
+
+std::vector<std::string> ProgramArguments(int count, char** given) {
+  return {given, given + count};
+}
+
+void WriteToStandardError(std::string_view text) noexcept {
+  std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
 }  // namespace orxprint

@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <charconv>
 #include <climits>
-#include <system_error>
 
 namespace orxprint {
 
@@ -46,6 +45,8 @@ int Descriptor::Close() noexcept {
   if (handle == kNone) return 0;
   return close(std::exchange(handle, kNone)) == 0 ? 0 : errno;
 }
+
+Descriptor OpenStandardInput() { return Descriptor(dup(STDIN_FILENO)); }
 
 Transfer ReadAt(int file, std::uint64_t offset, char* buffer, std::size_t size) {
   Transfer done;
@@ -108,7 +109,5 @@ std::optional<int> DescriptorOfName(std::string_view name) {
   }
   return std::nullopt;
 }
-
-std::string ErrorText(int error) { return std::generic_category().message(error); }
 
 }  // namespace orxprint
