@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "orxprint/Messages.h"
+#include "orxprint/PluginChecks.h"
 #include "orxprint/StandardOutput.h"
 
 namespace orxprint {
@@ -28,6 +29,7 @@ constexpr const char* kFooter =
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2\n"
+    "  orxprint plugin --check\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
     "A FILE of - is standard input; an output of - is standard output.\n"
@@ -54,6 +56,11 @@ constexpr const char* kInfoFooter =
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
     "named by the size and CRC-32 of their samples.";
+
+constexpr const char* kPluginFooter =
+    "Loads the plug-in, draws and asks with it, and prints a line for each check. Each runs in a\n"
+    "process of its own and may take 60 seconds, or what --time-limit says. Exit status: 0 all\n"
+    "hold; 1 one does not; 5 there is no such file.";
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
@@ -150,6 +157,7 @@ public:
     AddRender();
     AddInfo();
     AddTrace();
+    AddPlugin();
   }
 
   std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
@@ -241,13 +249,48 @@ private:
     traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
   }
 
+  void AddPlugin() {
+    pluginCommand = app.add_subcommand("plugin", "Check a build of the plug-in");
+    pluginCommand->footer(kPluginFooter);
+    pluginCommand->add_option("--check", plugin.file, "Check this one, or the usual one")
+        ->type_name("[PATH]")
+        ->expected(0, 1);
+    pluginCommand->add_flag("--list", plugin.list, "Print the checks and what they look at");
+    pluginCommand->add_option("--only", plugin.only, "Make these checks only, names with commas")
+        ->type_name("NAME")
+        ->delimiter(',')
+        ->check([](const std::string& name) { return ComplainOfCheck(name); });
+    pluginCommand->add_option("--time-limit", raw.timeLimit, "Time for each check")
+        ->type_name("SECONDS");
+    pluginCommand->add_flag("--in-this-process", plugin.inThisProcess)->group("");
+  }
+
+  // Nothing when there is a check of that name.
+  static std::string ComplainOfCheck(const std::string& name) {
+    for (const PluginCheck& check : PluginChecks()) {
+      if (name == check.name) return {};
+    }
+    return "'" + name + "' is no check: see orxprint plugin --list";
+  }
+
+  PluginOptions FinishPlugin() const {
+    if (pluginCommand->count("--check") == 0 && !plugin.list) {
+      throw CLI::ParseError("plugin: --check or --list is required", CLI::ExitCodes::RequiredError);
+    }
+    if (!common.units.empty() || common.memoryLimit != 0) {
+      throw CLI::ValidationError("plugin", "--units and --memory-limit do nothing here");
+    }
+    return plugin;
+  }
+
   Request Finish() {
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, info or trace",
+      throw CLI::ParseError("a command is required: render, info, trace or plugin",
                             CLI::ExitCodes::RequiredError);
     }
+    if (pluginCommand->parsed()) return {common, FinishPlugin()};
     if (infoCommand->parsed()) {
       RequireOneStandardInput(info.files);
       return {common, info};
@@ -268,11 +311,13 @@ private:
   CLI::App* renderCommand = nullptr;
   CLI::App* infoCommand = nullptr;
   CLI::App* traceCommand = nullptr;
+  CLI::App* pluginCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
   InfoOptions info;
   TraceOptions trace;
+  PluginOptions plugin;
 };
 
 }  // namespace
