@@ -7,6 +7,7 @@ it is used, so that nothing may remember where it was.
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -91,6 +92,21 @@ class Installed(unittest.TestCase):
             ended = subprocess.run([host, *arguments], capture_output=True, text=True)
             self.assertEqual(ended.returncode, 1, arguments)
             self.assertIn(reason, ended.stderr)
+
+    def test_the_programs_of_the_page_on_embedding_run(self):
+        page = (TOP / "docs/embedding.md").read_text()
+        programs = [text for text in re.findall("```cpp\n(.*?)```", page, re.DOTALL) if "int main" in text]
+        self.assertEqual(len(programs), 2)
+        answers = []
+        for text in programs:
+            (self.folder / "page.cpp").write_text(text)
+            run("g++", "-std=c++20", self.folder / "page.cpp", "-o", self.folder / "page",
+                *self.pkg_config("--cflags", "--libs"), f"-Wl,-rpath,{self.prefix}/lib")
+            answers.append(run(self.folder / "page", self.plugin, TOP / "samples/still-life.eps",
+                               cwd=self.folder))
+        self.assertRegex(answers[0], r"^[\d.]+ x [\d.]+ mm\n\d+ lines, \d+ areas\n$")
+        self.assertIn("image-1.ppm at", answers[1])
+        self.assertTrue((self.folder / "image-1.ppm").read_bytes().startswith(b"P6 "))
 
     def test_pkg_config_tells_the_same(self):
         program = self.folder / "with-pkg-config"
