@@ -1,4 +1,7 @@
 // A program run to its end as a child of this one, for work that may crash or hang.
+//
+// The caller waits. What the child writes to standard output is collected, a crash or a hang
+// becomes part of the answer, and nothing of the child is left behind.
 #pragma once
 
 #include <chrono>

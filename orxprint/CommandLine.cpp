@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "orxprint/Messages.h"
+#include "orxprint/OptionTable.h"
 #include "orxprint/PluginChecks.h"
 #include "orxprint/StandardOutput.h"
 
@@ -42,7 +43,12 @@ constexpr const char* kRenderFooter =
     "The format follows OUT's ending unless -f is given; it is svg without either. Without -o the\n"
     "output stands beside the input under its name with the new ending; OUT may be a folder.\n"
     "PDF takes all pages in one file. Several pages of SVG or PNG are numbered, as in name-2.svg,\n"
-    "or where OUT has %d or %03d. Output appears under its name only when it is complete.";
+    "or where OUT has %d or %03d. Output appears under its name only when it is complete.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint render part.eps -o part.pdf\n"
+    "  orxprint render *.eps -f png -r 300 -o pictures/\n"
+    "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-";
 
 constexpr const char* kInfoFooter =
     "With --json: an array with an object for each file, in the order given: version (1), file,\n"
@@ -51,16 +57,28 @@ constexpr const char* kInfoFooter =
     "closedPaths}.\n"
     "A file that could not be read has null for all of it and the key error; one that a limit\n"
     "stopped has the key stopped, one that met a limit of the interpreter limitMet {error, byte},\n"
-    "and one of more pages than were asked about pagesAsked.";
+    "and one of more pages than were asked about pagesAsked.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint info part.eps\n"
+    "  orxprint info *.eps --json";
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
-    "named by the size and CRC-32 of their samples.";
+    "named by the size and CRC-32 of their samples.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint trace part.eps --page 2\n"
+    "  orxprint trace scan.eps --samples";
 
 constexpr const char* kPluginFooter =
     "Loads the plug-in, draws and asks with it, and prints a line for each check. Each runs in a\n"
     "process of its own and may take 60 seconds, or what --time-limit says. Exit status: 0 all\n"
-    "hold; 1 one does not; 5 there is no such file.";
+    "hold; 1 one does not; 5 there is no such file.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint plugin --check\n"
+    "  orxprint plugin --check build/release/lib/ORXPrintEPSInterpreter.so --only load,stop";
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
@@ -152,6 +170,7 @@ public:
   Parser() {
     app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
     app.footer(kFooter);
+    app.add_flag("--option-table", showsTable, "For the manual page and completions")->group("");
     app.require_subcommand(0, 1);  // none is refused below, in better words
     AddCommonOptions(app);
     AddRender();
@@ -163,6 +182,7 @@ public:
   std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
     try {
       app.parse(argumentCount, arguments);
+      if (showsTable) return Answer(OptionTable(app));
       return Finish();
     } catch (const CLI::Success& help) {
       return PrintAnswer(help);
@@ -178,8 +198,12 @@ private:
   Status PrintAnswer(const CLI::Success& help) {
     std::ostringstream text;
     app.exit(help, text, text);
+    return Answer(text.str());
+  }
+
+  static Status Answer(const std::string& text) {
     StandardOutput output({});
-    if (output.Write(text.str())) return Status::Done;
+    if (output.Write(text)) return Status::Done;
     Tell("cannot write standard output: " + ErrorText(output.Error()));
     return Status::FileFailed;
   }
@@ -222,9 +246,8 @@ private:
     renderCommand = AddCommand("render", "Draw documents as SVG, PDF or PNG", kRenderFooter);
     renderCommand->add_option("FILE", render.files, "Documents to draw")->required();
     renderCommand->add_option("-o,--output", render.output, "Where to draw to")->type_name("OUT");
-    renderCommand
-        ->add_option("-f,--format", raw.format, "svg, pdf, png, or none: interpret and discard")
-        ->type_name("FORMAT");
+    renderCommand->add_option("-f,--format", raw.format, "The format; none interprets and discards")
+        ->type_name("svg|pdf|png|none");
     renderCommand->add_option("-r,--resolution", render.dotsPerInch, "Dots per inch of a PNG (150)")
         ->type_name("DPI")
         ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
@@ -312,6 +335,7 @@ private:
   CLI::App* infoCommand = nullptr;
   CLI::App* traceCommand = nullptr;
   CLI::App* pluginCommand = nullptr;
+  bool showsTable = false;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;

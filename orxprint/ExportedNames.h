@@ -1,4 +1,7 @@
 // What a library on disk exports, read from its file without loading it.
+//
+// The platform's loader finds names that it is asked for but does not list them. Only the dynamic
+// symbols are looked at; the file is somebody's and may hold anything.
 #pragma once
 
 #include <filesystem>
