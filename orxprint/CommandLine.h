@@ -64,9 +64,17 @@ struct TraceOptions {
   bool samples = false;
 };
 
+// Checks a build of the plug-in.
+struct PluginOptions {
+  std::string file;  // empty: as the common options say
+  bool list = false;
+  std::vector<std::string> only;  // names of checks; empty: all
+  bool inThisProcess = false;     // for the one check that a child is to make
+};
+
 struct Request {
   CommonOptions common;
-  std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions> command;
+  std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions, PluginOptions> command;
 };
 
 // The request, or the status to end with when help was given or the usage was wrong; the person

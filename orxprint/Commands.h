@@ -15,5 +15,7 @@ namespace orxprint {
                           const InfoOptions& options);
 [[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,
                            const TraceOptions& options);
+// Loads the plug-in in child processes only. Throws NoPlugin when there is no file to load.
+[[nodiscard]] Status CheckPlugin(const CommonOptions& common, const PluginOptions& options);
 
 }  // namespace orxprint

@@ -1,4 +1,7 @@
 // What ends the work on one file, and with which status the program then ends.
+//
+// Code that cannot go on with a file throws Failure; Attempt (orxprint/Messages.h) tells the person
+// and makes it a status, so that the other files are done all the same.
 #pragma once
 
 #include <algorithm>

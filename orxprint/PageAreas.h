@@ -1,4 +1,7 @@
 // Which part of the plane a drawing shows.
+//
+// The last step before writing: pages have been drawn into display lists, the document has been
+// asked about its boxes, and each page is now given the rectangle that its file shows, in points.
 #pragma once
 
 #include <vector>

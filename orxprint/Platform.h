@@ -23,12 +23,14 @@ void LowerPriority(std::thread& thread) noexcept;
 // program to say.
 void KeepFreedMemory() noexcept;
 
-// A dynamic library. It stays loaded until the program ends, for what it registered points into it.
+// A dynamic library. It stays loaded until the program ends or closes it: what it registered points
+// into it.
 struct OpenedLibrary {
   void* handle = nullptr;
   std::string error;  // why there is no handle
 };
 [[nodiscard]] OpenedLibrary OpenLibrary(const std::filesystem::path& file);
+[[nodiscard]] bool CloseLibrary(void* library);
 // The address of an exported function; null for anything else, data of that name included.
 [[nodiscard]] void* FindFunction(void* library, const char* name);
 

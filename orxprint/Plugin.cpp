@@ -16,10 +16,10 @@
 
 namespace orxprint {
 
-namespace {
+const char* const kPluginClassName = "ORXPrintEPSInterpreter";
+const char* const kPluginMarkerName = ORXPRINT_NAME_TEXT(ORX_MODULE_MARKER);
 
-constexpr const char* kClassName = "ORXPrintEPSInterpreter";
-constexpr const char* kMarkerName = ORXPRINT_NAME_TEXT(ORX_MODULE_MARKER);
+namespace {
 
 // Never relative to the working folder, which may be anybody's.
 std::vector<std::filesystem::path> UsualPlaces() {
@@ -53,10 +53,10 @@ std::string LoadModule(const std::filesystem::path& file) {
   const OpenedLibrary library = OpenLibrary(file);
   if (!library.handle) return library.error;
   using Marker = int (*)();
-  const auto marker = reinterpret_cast<Marker>(FindFunction(library.handle, kMarkerName));
+  const auto marker = reinterpret_cast<Marker>(FindFunction(library.handle, kPluginMarkerName));
   if (!marker || marker() != 1) return NameOf(file) + ": not a module of the print framework";
-  const ORXFactoryFunction factory = ORXFillDictionary::Find(kClassName);
-  if (!factory) return NameOf(file) + ": registers no class " + kClassName;
+  const ORXFactoryFunction factory = ORXFillDictionary::Find(kPluginClassName);
+  if (!factory) return NameOf(file) + ": registers no class " + kPluginClassName;
   const std::string reason = TryFactory(factory);
   return reason.empty() ? "" : NameOf(file) + ": " + reason;
 }
@@ -80,15 +80,18 @@ std::string LoadModuleBy(const Deadline& deadline, const std::filesystem::path& 
 
 }  // namespace
 
+// A name without a folder would make the loader search the system's folders.
+std::vector<std::filesystem::path> PluginPlaces(const std::string& file) {
+  if (file.empty()) return UsualPlaces();
+  return {AbsolutePath(PathOf(file))};
+}
+
 Plugin::Plugin(const std::string& file, const Deadline& deadline) {
-  // A name without a folder would make the loader search the system's folders.
-  const auto places =
-      file.empty() ? UsualPlaces() : std::vector<std::filesystem::path>{AbsolutePath(PathOf(file))};
   std::string tried;
-  for (const std::filesystem::path& place : places) {
+  for (const std::filesystem::path& place : PluginPlaces(file)) {
     const std::string reason = LoadModuleBy(deadline, place);
     if (reason.empty()) {
-      factory = ORXFillDictionary::Find(kClassName);
+      factory = ORXFillDictionary::Find(kPluginClassName);
       return;
     }
     tried += (tried.empty() ? "" : "\n") + reason;

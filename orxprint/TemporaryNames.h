@@ -1,4 +1,8 @@
 // Names of temporary files, which are removed when a signal ends the program.
+//
+// OutputFile.h writes under such a name and renames at the end, so that nothing half written ever
+// stands under the name that the person gave. Handlers run at any moment, so what they look at is
+// never moved or freed.
 #pragma once
 
 #include <atomic>

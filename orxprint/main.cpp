@@ -47,6 +47,9 @@ Status Work(const Request& request) {
   CatchEndingSignals();
   ConnectFrameworkReport(request.common.memoryLimit);
   try {
+    if (const auto* check = std::get_if<PluginOptions>(&request.command)) {
+      return CheckPlugin(request.common, *check);
+    }
     return RunCommand(Plugin(request.common.plugin, DeadlineIn(request.common.timeLimit.seconds)),
                       request);
   } catch (const NoPlugin& problem) {

@@ -1,4 +1,9 @@
 // The one door through which every error goes.
+//
+// An operator that fails returns what RaiseError returns, after naming the PostScript error. Nobody
+// looks at the name but debuggers, tests and the end of a pass; the run goes on with the next
+// object. Ceilings that are met in the middle of something throw LimitReached (ps/Limits.h)
+// instead.
 #pragma once
 
 #include <string_view>

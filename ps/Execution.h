@@ -1,5 +1,9 @@
 // Executing objects: names are looked up, procedures run element by element, operators run, and
 // everything else is pushed.
+//
+// Nothing here recurses: what an object starts goes on the machine's execution stack and runs until
+// that is as deep as it was before the call. Objects are borrowed; while they run a frame owns
+// them.
 #pragma once
 
 #include <string_view>

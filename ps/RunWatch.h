@@ -1,5 +1,8 @@
 // Whether the run may go on: what asks the host's watcher, and keeps its refusal until the pass
 // ends.
+//
+// One for each interpreter, which tells it where passes begin and end; reader and execution ask it.
+// It owns nothing, and without a watcher it costs a counter.
 #pragma once
 
 #include <cstdint>

@@ -70,6 +70,8 @@ OpenedLibrary OpenLibrary(const std::filesystem::path& file) {
   return {nullptr, error ? error : "unknown error"};
 }
 
+bool CloseLibrary(void* library) { return dlclose(library) == 0; }
+
 void* FindFunction(void* library, const char* name) {
   void* address = dlsym(library, name);
 #if defined(__GLIBC__)

@@ -68,6 +68,8 @@ void LowerPriority(std::thread& thread) noexcept {
                     THREAD_PRIORITY_IDLE);
 }
 
+void KeepFreedMemory() noexcept {}
+
 OpenedLibrary OpenLibrary(const fs::path& file) {
   // No window is to ask the person about a library that is none.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
@@ -75,6 +77,8 @@ OpenedLibrary OpenLibrary(const fs::path& file) {
   if (library) return {library, {}};
   return {nullptr, NameOf(file) + ": " + ErrorMessage(GetLastError())};
 }
+
+bool CloseLibrary(void* library) { return FreeLibrary(static_cast<HMODULE>(library)) != 0; }
 
 void* FindFunction(void* library, const char* name) {
   const auto module = static_cast<HMODULE>(library);
