@@ -117,6 +117,27 @@ class Installed(unittest.TestCase):
             f"-Wl,-rpath,{self.prefix}/lib")
         self.assertIn("</svg>", run(program, SAMPLE))
 
+    @unittest.skipUnless(shutil.which("dpkg") and os.geteuid() == 0, "needs dpkg and root")
+    def test_the_debian_package_installs_into_a_clean_root_and_draws(self):
+        run("cpack", "-G", "DEB", "-B", self.folder / "packages", cwd=BUILD)
+        package, = (self.folder / "packages").glob("*.deb")
+        root = self.folder / "root"
+        (root / "var/lib/dpkg/updates").mkdir(parents=True)
+        (root / "var/lib/dpkg/info").mkdir()
+        (root / "var/lib/dpkg/status").touch()
+        # What it depends on is looked for among this machine's own packages.
+        for each in run("dpkg-deb", "-f", package, "Depends").split(","):
+            name = each.split()[0]
+            self.assertIn("installed", run("dpkg-query", "-W", "-f", "${db:Status-Status}", name))
+        run("dpkg", f"--root={root}", "--force-depends", "--force-script-chrootless", "-i", package)
+        drawing = run(root / "usr/bin/orxprint", "render", SAMPLE, "-f", "svg", "-o", "-")
+        self.assertIn("</svg>", drawing)
+        for name in ("man/man1/orxprint.1", "bash-completion/completions/orxprint",
+                     "thumbnailers/orxprint.thumbnailer", "doc/orxprint/embedding.md"):
+            self.assertTrue((root / "usr/share" / name).is_file(), name)
+        run("dpkg", f"--root={root}", "--force-script-chrootless", "--purge", "orxprint")
+        self.assertFalse((root / "usr/bin/orxprint").exists())
+
     def test_another_version_is_refused(self):
         project = self.folder / "newer"
         project.mkdir()
