@@ -20,6 +20,7 @@ constexpr double kMostPoints = 1'000'000;
 constexpr std::size_t kPointsOfFullPath = 50'000;
 // Colours of eight bits are written as such when they are no further off than this.
 constexpr double kSameColour = 0.01;
+constexpr float kGreatestWidth = 1e6F;  // mm
 
 double Clamped(float component) {
   return std::isnan(component) ? 0.0 : std::clamp<double>(component, 0, 1);
@@ -37,7 +38,7 @@ bool EndsWhereItBegins(std::span<const float> coordinates) {
 }  // namespace
 
 SvgPicture::SvgPicture(SvgSettings svgSettings, ByteSink sink)
-    : settings(std::move(svgSettings)), text(std::move(sink)) {}
+    : settings(std::move(svgSettings)), text(std::move(sink)), decimals(settings.pointsPerUnit) {}
 
 ShapeSink& SvgPicture::BeginPage(const PicturePage& page) {
   const Box& area = page.area;
@@ -59,11 +60,7 @@ ShapeSink& SvgPicture::BeginPage(const PicturePage& page) {
   text.AddNumber(width);
   text.Add(' ');
   text.AddNumber(height);
-  text.Add("\">\n<g transform=\"matrix(");
-  text.AddNumber(settings.pointsPerUnit);
-  text.Add(" 0 0 ");
-  text.AddNumber(-settings.pointsPerUnit);
-  text.Add(' ');
+  text.Add("\">\n<g transform=\"matrix(1 0 0 -1 ");
   text.AddNumber(WithoutNoise(0 - area.left));
   text.Add(' ');
   text.AddNumber(WithoutNoise(area.top));
@@ -127,13 +124,9 @@ void SvgPicture::BeginStrokes(const StrokeStyle& style) {
   strokes = style;
   text.Add("<path fill=\"none\" stroke=\"");
   AddColour(style.colour);
-  const double width = style.width > 0 ? std::min<double>(style.width, 1e9) : 0;
   text.Add("\" stroke-width=\"");
-  if (settings.pointsPerUnit == kPointsPerMillimetre) {
-    text.AddNumber(static_cast<float>(width));
-  } else {
-    text.AddNumber(static_cast<float>(width * kPointsPerMillimetre / settings.pointsPerUnit));
-  }
+  const DecimalPoints millimetres(kPointsPerMillimetre);
+  millimetres.Add(text, style.width > 0 ? std::min(style.width, kGreatestWidth) : 0.0F);
   if (style.cap == LineCap::Round) text.Add("\" stroke-linecap=\"round");
   if (style.cap == LineCap::Square) text.Add("\" stroke-linecap=\"square");
   text.Add("\" d=\"");
@@ -142,8 +135,9 @@ void SvgPicture::BeginStrokes(const StrokeStyle& style) {
 void SvgPicture::AddStrokeContour(std::span<const float> coordinates) {
   if (coordinates.size() < 4) return;
   const bool isClosed = EndsWhereItBegins(coordinates);
-  AddPoints(isClosed ? coordinates.first(coordinates.size() - 2) : coordinates);
-  if (isClosed) text.Add('Z');
+  pathPoints += coordinates.size() / 2;
+  path.Add(isClosed ? coordinates.first(coordinates.size() - 2) : coordinates);
+  if (isClosed) path.Close();
 }
 
 void SvgPicture::Draw(const FillShape& fill) {
@@ -166,18 +160,7 @@ void SvgPicture::BeginFills(const FillStyle& style) {
 void SvgPicture::AddFillContour(std::span<const float> coordinates) {
   if (coordinates.size() < 6) return;
   const bool isClosed = EndsWhereItBegins(coordinates);
-  AddPoints(isClosed ? coordinates.first(coordinates.size() - 2) : coordinates);
-}
-
-// A minus sign separates as well as a space.
-void SvgPicture::AddPoints(std::span<const float> coordinates) {
-  pathPoints += coordinates.size() / 2;
-  text.Add('M');
-  text.AddNumber(coordinates[0]);
-  for (const float number : coordinates.subspan(1)) {
-    if (!std::signbit(number)) text.Add(' ');
-    text.AddNumber(number);
-  }
+  path.Add(isClosed ? coordinates.first(coordinates.size() - 2) : coordinates);
 }
 
 // The data's own space has its first row at y 0 and samples of size 1.
@@ -191,13 +174,14 @@ void SvgPicture::Draw(const ImageShape& shape) {
   text.Add(
       "<image image-rendering=\"optimizeSpeed\" style=\"image-rendering:pixelated\" "
       "preserveAspectRatio=\"none\" transform=\"matrix(");
-  text.AddNumber(shape.xPixelSize);
+  decimals.Add(text, shape.xPixelSize);
   text.Add(" 0 0 ");
-  text.AddNumber(-shape.yPixelSize);
+  decimals.Add(text, -shape.yPixelSize);
   text.Add(' ');
-  text.AddNumber(shape.x);
+  decimals.Add(text, shape.x);
   text.Add(' ');
-  text.AddNumber(double{shape.y} + image.Height() * double{shape.yPixelSize});
+  text.AddNumber((double{shape.y} + image.Height() * double{shape.yPixelSize}) *
+                 settings.pointsPerUnit);
   text.Add(")\" width=\"");
   text.Add(std::to_string(image.Width()));
   text.Add("\" height=\"");

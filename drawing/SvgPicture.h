@@ -1,17 +1,19 @@
 // A page as SVG.
 //
-// Coordinates stand in the text as the document has them, in the interpreter's units; one group
-// turns them to points with y downwards. Strokes of equal attributes that follow each other share a
-// path, fills of equal attributes a group. Images are PNG data whose samples keep sharp edges when
-// they are enlarged.
+// Coordinates stand in the text as the document has them, in points with y upwards, with all the
+// digits that the interpreter's floats have; one group moves them to the page. Strokes of equal
+// attributes that follow each other share a path, fills of equal attributes a group. Images are PNG
+// data whose samples keep sharp edges when they are enlarged.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "drawing/ContourCleaner.h"
+#include "drawing/Decimals.h"
 #include "drawing/Deflater.h"
 #include "drawing/Picture.h"
+#include "drawing/SvgPath.h"
 #include "drawing/TextBuffer.h"
 
 namespace orxdrawing {
@@ -56,11 +58,12 @@ private:
   void AddColour(const Colour& colour);
   void AddStrokeContour(std::span<const float> coordinates);
   void AddFillContour(std::span<const float> coordinates);
-  void AddPoints(std::span<const float> coordinates);
   void AddImageData(const ORXPixelImage& image);
 
   SvgSettings settings;
   TextBuffer text;
+  DecimalPoints decimals;
+  SvgPath path{text, decimals};
   std::optional<ContourCleaner> cleaner;
   std::optional<StrokeStyle> strokes;  // of the path that is open
   std::optional<FillStyle> fills;      // of the group that is open
