@@ -4,9 +4,11 @@
 #include <array>
 #include <utility>
 
+#include "drawing/PdfPicture.h"
 #include "drawing/SvgPicture.h"
 #include "orxprint/CairoPicture.h"
 #include "orxprint/OutputNames.h"
+#include "orxprint/TemporarySpool.h"
 
 namespace orxprint {
 
@@ -22,6 +24,14 @@ std::unique_ptr<Picture> MakeSvg(const PictureSettings& settings, ByteSink sink)
       std::move(sink));
 }
 
+std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink) {
+  return std::make_unique<orxdrawing::PdfPicture>(
+      orxdrawing::PdfSettings{settings.pointsPerUnit, settings.title, settings.creator,
+                              orxdrawing::MakeZlibDeflater, std::make_shared<TemporarySpool>(),
+                              settings.mayGoOn},
+      std::move(sink));
+}
+
 template <CairoPicture::Write kWrite>
 std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sink) {
   return std::make_unique<CairoPicture>(
@@ -30,7 +40,7 @@ std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sin
 
 constexpr std::array<Format, 4> kFormats = {{
     {"svg", PagesInFile::One, &MakeSvg},
-    {"pdf", PagesInFile::All, &MakeCairo<&WritePdf>},
+    {"pdf", PagesInFile::All, &MakePdf},
     {"png", PagesInFile::One, &MakeCairo<&WritePng>},
     {"none", PagesInFile::None, nullptr},
 }};

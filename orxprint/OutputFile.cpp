@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <new>
 #include <thread>
 #include <utility>
@@ -117,8 +116,7 @@ bool OutputFile::Write(std::string_view bytes) noexcept {
 bool OutputFile::HasPlaceForMany() noexcept {
   if (file.IsOpen()) return true;
   try {
-    const char* folder = std::getenv("TMPDIR");
-    file = OpenNamelessFile(folder && *folder ? folder : "/tmp");
+    file = OpenNamelessFile(TemporaryFolder());
     isSpool = file.IsOpen();
     if (!isSpool) writeError = errno;
   } catch (const std::exception&) {
