@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "drawing/ImageRows.h"
+
 namespace orxdrawing {
 
 namespace {
@@ -26,8 +28,7 @@ std::uint8_t LightOf(std::uint8_t ink, std::uint8_t black) {
 // stay where they are.
 const std::uint8_t* Lights(const ORXPixelImage& image, int row, int first, int count,
                            std::vector<std::uint8_t>& store) {
-  const std::size_t rowBytes = ORXPixelImage::RowBytes(image.Width(), image.Format());
-  const std::uint8_t* samples = image.Pixels() + static_cast<std::size_t>(row) * rowBytes;
+  const std::uint8_t* samples = RowOf(image, row).data();
   const auto begin = static_cast<std::size_t>(first);
   const auto length = static_cast<std::size_t>(count);
   switch (image.Format()) {

@@ -11,6 +11,7 @@ double Cross(const Point& a, const Point& b) { return a.x * b.y - a.y * b.x; }
 }  // namespace
 
 void LineThinner::Begin(const Point& first) {
+  begin = points.size();
   Keep(first);
   last = first;
 }
@@ -28,7 +29,11 @@ void LineThinner::Add(const Point& point) {
 }
 
 void LineThinner::End() {
-  if (isPending) Keep(last);
+  if (!isPending) return;
+  // A last step too short to be seen would still turn the line anywhere.
+  const bool isUnseen = tolerance > 0 && reached == 0;
+  if (isUnseen && points.size() - begin > 1) points.pop_back();
+  Keep(last);
 }
 
 LineThinner::Cone LineThinner::ConeAround(const Point& way, double length) const {

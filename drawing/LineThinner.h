@@ -2,6 +2,7 @@
 // out at a given distance at most. First and last point stay, and so does every turn back.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "drawing/Geometry.h"
@@ -35,8 +36,9 @@ private:
 
   std::vector<Point>& points;
   double tolerance;
-  Point anchor;  // kept last
-  Point last;    // added last
+  std::size_t begin = 0;  // of the line
+  Point anchor;           // kept last
+  Point last;             // added last
   Cone cone;
   double reached = 0;  // how far from the anchor; 0 while the cone is not yet known
   bool isPending = false;

@@ -26,6 +26,7 @@ struct PixelFrame {
   double pointsPerUnit = 1;
   Box area;  // in points; its upper left corner is that of the picture
 
+  [[nodiscard]] double DotsPerInch() const { return pixelsPerPoint * 72; }
   [[nodiscard]] double PixelsPerUnit() const { return pixelsPerPoint * pointsPerUnit; }
   [[nodiscard]] PixelRect Bounds() const { return {0, 0, width, height}; }
   // Not finite where the coordinates are not.

@@ -77,12 +77,6 @@ void PixelPainter::PaintIfFull() {
 
 void PixelPainter::Finish() { PaintBatch(); }
 
-PaintLosses PixelPainter::Losses() const {
-  PaintLosses all = losses;
-  all.wasStopped = stop.HasStopped();
-  return all;
-}
-
 void PixelPainter::PaintBatch() {
   if (batch.Shapes().empty()) return batch.Clear();
   ForEachBand(

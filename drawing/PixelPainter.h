@@ -5,12 +5,12 @@
 // its size alone, so the same shapes give the same pixels however many cores there are.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
 
+#include "drawing/Picture.h"
 #include "drawing/PixelCanvas.h"
 #include "drawing/PixelFrame.h"
 #include "drawing/ShapeBatch.h"
@@ -26,16 +26,9 @@ struct PaintSettings {
   bool inGrey = false;
   // Asked again and again, within a long line too, always on the thread that draws; what is not
   // painted when it says no is left out. Must not throw. May be empty.
-  std::function<bool()> mayGoOn;
+  MayGoOn mayGoOn;
   unsigned workers = 0;  // threads; 0 for as many as there are cores
   double thinning = kThinning;
-};
-
-// What could not be painted.
-struct PaintLosses {
-  std::uint64_t points = 0;  // not finite
-  std::uint64_t images = 0;  // without an area, or not finite
-  bool wasStopped = false;
 };
 
 // All calls may throw std::bad_alloc. Draw comes from one thread at a time.
@@ -52,7 +45,9 @@ public:
   // Paints what is still gathered. To be called before the canvas is looked at.
   void Finish();
   [[nodiscard]] const PixelCanvas& Canvas() const { return canvas; }
-  [[nodiscard]] PaintLosses Losses() const;
+  [[nodiscard]] const PictureLosses& Lost() const { return losses; }
+  // Whether painting was stopped before its end.
+  [[nodiscard]] bool HasStopped() const { return stop.HasStopped(); }
 
 private:
   [[nodiscard]] PixelColour ColourOf(const Colour& colour) const;
@@ -70,7 +65,7 @@ private:
   PixelCanvas canvas;
   ShapeBatch batch;
   std::vector<std::unique_ptr<TilePainter>> painters;  // one for each worker
-  PaintLosses losses;
+  PictureLosses losses;
 };
 
 }  // namespace orxdrawing

@@ -21,21 +21,20 @@ constexpr int kCompressionLevel = 4;
 constexpr double kLeastRepeats = 0.6;
 constexpr std::size_t kPieceBytes = 64 << 10;
 
-// What the file is written to, and why that ended early.
+// What the file is written to, and what that threw.
 struct Target {
   const ByteSink* sink = nullptr;
-  bool wasRefused = false;
   std::exception_ptr failure;
 };
 
 void WritePiece(png_structp png, png_bytep data, png_size_t length) {
   auto* target = static_cast<Target*>(png_get_io_ptr(png));
   try {
-    target->wasRefused = !(*target->sink)({reinterpret_cast<const char*>(data), length});
+    (*target->sink)({reinterpret_cast<const char*>(data), length});
   } catch (...) {
     target->failure = std::current_exception();
   }
-  if (target->wasRefused || target->failure) png_error(png, "not taken");
+  if (target->failure) png_error(png, "not taken");
 }
 
 void Flush(png_structp /*png*/) {}
@@ -153,14 +152,13 @@ bool WriteAll(png_structp png, png_infop info, const PixelCanvas& canvas, RowCon
 
 }  // namespace
 
-bool EncodePng(const PixelCanvas& canvas, double dotsPerInch, const ByteSink& sink) {
-  Target target{&sink, false, nullptr};
+void EncodePng(const PixelCanvas& canvas, double dotsPerInch, const ByteSink& sink) {
+  Target target{&sink, nullptr};
   RowConverter rows(canvas);
   const File file(target);
-  if (WriteAll(file.png, file.info, canvas, rows, DotsPerMetre(dotsPerInch))) return true;
+  if (WriteAll(file.png, file.info, canvas, rows, DotsPerMetre(dotsPerInch))) return;
   if (target.failure) std::rethrow_exception(target.failure);
-  if (!target.wasRefused) throw std::bad_alloc();  // nothing else can fail
-  return false;
+  throw std::bad_alloc();  // nothing else can fail
 }
 
 }  // namespace orxdrawing

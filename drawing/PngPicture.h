@@ -1,11 +1,12 @@
-// One page of a drawing as a PNG file: takes its shapes, and writes the file at the end.
+// A page of a drawing as a PNG file, painted with soft edges.
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <stdexcept>
 
+#include "drawing/Picture.h"
 #include "drawing/PixelPainter.h"
-#include "drawing/PngEncoder.h"
 
 namespace orxdrawing {
 
@@ -14,28 +15,36 @@ struct PictureTooLarge : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-class PngPicture final : public ShapeSink {
+struct PngSettings {
+  double pointsPerUnit = 1;
+  double dotsPerInch = 150;
+  // When either is not 0, the picture is as large as it can be within these pixels instead.
+  int mostWidth = 0;
+  int mostHeight = 0;
+  std::optional<Colour> background = Colour{1, 1, 1};  // none: transparent
+  bool inGrey = false;
+  // Once it says no, the file is written with what was painted.
+  MayGoOn mayGoOn;
+  // What the picture may take in all while it is made.
+  std::size_t mostBytes = 400 << 20;
+};
+
+class PngPicture final : public Picture {
 public:
-  // Without a limit of its own a picture takes this many bytes.
-  static constexpr std::size_t kMostBytes = 400 << 20;
+  PngPicture(PngSettings pngSettings, ByteSink fileSink);
 
-  // `sink` takes the file, `mostBytes` bounds the picture's memory. Throws PictureTooLarge,
-  // std::bad_alloc.
-  PngPicture(const PaintSettings& settings, ByteSink fileSink, std::size_t mostBytes = kMostBytes);
-
-  void NextPage() override { painter.NextPage(); }
-  void Draw(const StrokeShape& stroke) override { painter.Draw(stroke); }
-  void Draw(const FillShape& fill) override { painter.Draw(fill); }
-  void Draw(const ImageShape& image) override { painter.Draw(image); }
-
-  // Writes the file, of what was painted up to a stop. Returns whether the sink took all.
-  bool Finish();
-  [[nodiscard]] PaintLosses Losses() const { return painter.Losses(); }
+  // REQUIRES: it is the first page. Throws PictureTooLarge, std::bad_alloc.
+  ShapeSink& BeginPage(const PicturePage& page) override;
+  void Finish() override;
+  [[nodiscard]] PictureLosses Lost() const override { return painter->Lost(); }
 
 private:
+  [[nodiscard]] PixelFrame FrameOf(const Box& area) const;
+
+  PngSettings settings;
   ByteSink sink;
-  double dotsPerInch;
-  PixelPainter painter;
+  double dotsPerInch = 0;
+  std::optional<PixelPainter> painter;
 };
 
 }  // namespace orxdrawing

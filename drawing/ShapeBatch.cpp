@@ -11,7 +11,6 @@ namespace orxdrawing {
 
 namespace {
 
-constexpr double kPointsPerMillimetre = 72.0 / 25.4;
 // Wider lines than this paint no other pixels.
 constexpr double kMostWidth = 4 << 20;
 constexpr double kSquareDiagonal = 1.5;

@@ -2,16 +2,17 @@
 #pragma once
 
 #include <atomic>
-#include <functional>
 #include <thread>
 #include <utility>
+
+#include "drawing/Picture.h"
 
 namespace orxdrawing {
 
 class StopSignal {
 public:
   // `question` may be empty: then nothing ever stops. It does not throw.
-  explicit StopSignal(std::function<bool()> question) : mayGoOn(std::move(question)) {}
+  explicit StopSignal(MayGoOn question) : mayGoOn(std::move(question)) {}
 
   // Whoever calls this is the one that asks from now on.
   void BecomeAsker() { asker = std::this_thread::get_id(); }
@@ -25,7 +26,7 @@ public:
   [[nodiscard]] bool HasStopped() const { return stopped.load(std::memory_order_relaxed); }
 
 private:
-  std::function<bool()> mayGoOn;
+  MayGoOn mayGoOn;
   std::thread::id asker = std::this_thread::get_id();
   std::atomic<bool> stopped = false;
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "drawing/PngPicture.h"
 #include "drawing/SvgPicture.h"
 #include "orxprint/CairoPicture.h"
 #include "orxprint/OutputNames.h"
@@ -22,6 +23,14 @@ std::unique_ptr<Picture> MakeSvg(const PictureSettings& settings, ByteSink sink)
       std::move(sink));
 }
 
+std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink) {
+  orxdrawing::PngSettings png;
+  png.pointsPerUnit = settings.pointsPerUnit;
+  png.dotsPerInch = settings.dotsPerInch;
+  png.mayGoOn = settings.mayGoOn;
+  return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));
+}
+
 template <CairoPicture::Write kWrite>
 std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sink) {
   return std::make_unique<CairoPicture>(
@@ -31,7 +40,7 @@ std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sin
 constexpr std::array<Format, 4> kFormats = {{
     {"svg", PagesInFile::One, &MakeSvg},
     {"pdf", PagesInFile::All, &MakeCairo<&WritePdf>},
-    {"png", PagesInFile::One, &MakeCairo<&WritePng>},
+    {"png", PagesInFile::One, &MakePng},
     {"none", PagesInFile::None, nullptr},
 }};
 

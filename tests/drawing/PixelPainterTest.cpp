@@ -237,8 +237,8 @@ TEST(PixelPainter, CutsFarCoordinatesOnTheirSlopeAndLeavesOutWhatIsNotFinite) {
   painter.Draw(ImageShape{&image, nan, 0, 1, 1});
   painter.Finish();
   EXPECT_EQ(RowsOf(painter.Canvas())[2], "GGGG");
-  EXPECT_EQ(painter.Losses().points, 3U);
-  EXPECT_EQ(painter.Losses().images, 3U);
+  EXPECT_EQ(painter.Lost().points, 3U);
+  EXPECT_EQ(painter.Lost().images, 3U);
 }
 
 // The corners of a picture of 8 x 8 that is covered by an image of 2 x 2 samples or fewer.
@@ -411,7 +411,7 @@ TEST(PixelPainter, StopsInTheMiddleOfALine) {
   for (int i = 0; i < 400'000; ++i) line.points.push_back(place(random));
   DrawLine(painter, line);
   painter.Finish();
-  EXPECT_TRUE(painter.Losses().wasStopped);
+  EXPECT_TRUE(painter.HasStopped());
   EXPECT_LT(Clock::now() - end, std::chrono::seconds(1));
 }
 

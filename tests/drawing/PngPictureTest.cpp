@@ -55,14 +55,13 @@ void DrawSquare(ShapeSink& sink, Colour colour) {
   sink.Draw(FillShape{{{&count, 1}, points}, colour, FillRule::Winding});
 }
 
-std::string FileOf(const PaintSettings& settings, Colour colour) {
+constexpr Box kSmall{0, 0, 4, 2};
+
+std::string FileOf(const PngSettings& settings, const Box& area, Colour colour) {
   std::string file;
-  PngPicture picture(settings, [&file](std::string_view bytes) {
-    file += bytes;
-    return true;
-  });
-  DrawSquare(picture, colour);
-  EXPECT_TRUE(picture.Finish());
+  PngPicture picture(settings, [&file](std::string_view bytes) { file += bytes; });
+  DrawSquare(picture.BeginPage({area, ""}), colour);
+  picture.Finish();
   return file;
 }
 
@@ -107,38 +106,38 @@ TEST(PngPicture, WritesWhatWasPaintedInTheFormThatItNeeds) {
        {0, 0, 0, 0, 255, 255, 255, 255, 255, 255, 255, 191, 0, 0, 0, 0}},
   };
   for (const Case& picture : cases) {
-    PaintSettings settings;
-    settings.frame = FrameOfResolution({0, 0, 4, 2}, 1, 72);
+    PngSettings settings;
+    settings.dotsPerInch = 72;
     settings.background = picture.background;
     settings.inGrey = picture.inGrey;
-    const std::string file = FileOf(settings, picture.colour);
+    const std::string file = FileOf(settings, kSmall, picture.colour);
     const Decoded decoded = Decode(file);
     EXPECT_EQ(decoded.width, 4);
     EXPECT_EQ(decoded.height, 2);
     EXPECT_EQ(decoded.isGrey, picture.isGrey);
     EXPECT_EQ(decoded.hasOpacity, !picture.background);
     EXPECT_EQ(std::vector(decoded.pixels.begin(), decoded.pixels.begin() + 16), picture.pixels);
-    EXPECT_EQ(FileOf(settings, picture.colour), file);
+    EXPECT_EQ(FileOf(settings, kSmall, picture.colour), file);
   }
 }
 
 TEST(PngPicture, HasTheSizeThatIsAskedForAndTellsItsResolution) {
   const Box area{10, 20, 110, 70};
   struct Case {
-    PixelFrame frame;
+    double asked;
+    int mostWidth, mostHeight;
     int width, height, dotsPerInch;
   };
   const std::vector<Case> cases = {
-      {FrameOfResolution(area, 1, 150), 208, 104, 150},
-      {FrameOfResolution(area, 72 / 25.4, 0.001), 1, 1, 0},
-      {FrameToFit(area, 1, 50, 0), 50, 25, 36},
-      {FrameToFit(area, 1, 0, 200), 400, 200, 288},
-      {FrameToFit(area, 1, 300, 50), 100, 50, 72},
+      {150, 0, 0, 208, 104, 150},   {0.001, 0, 0, 1, 1, 0},      {150, 50, 0, 50, 25, 36},
+      {150, 0, 200, 400, 200, 288}, {150, 300, 50, 100, 50, 72},
   };
   for (const Case& sized : cases) {
-    PaintSettings settings;
-    settings.frame = sized.frame;
-    const Decoded decoded = Decode(FileOf(settings, {}));
+    PngSettings settings;
+    settings.dotsPerInch = sized.asked;
+    settings.mostWidth = sized.mostWidth;
+    settings.mostHeight = sized.mostHeight;
+    const Decoded decoded = Decode(FileOf(settings, area, {}));
     EXPECT_EQ(decoded.width, sized.width);
     EXPECT_EQ(decoded.height, sized.height);
     EXPECT_EQ(decoded.dotsPerInch, sized.dotsPerInch);
@@ -147,11 +146,12 @@ TEST(PngPicture, HasTheSizeThatIsAskedForAndTellsItsResolution) {
 
 TEST(PngPicture, RefusesWhatDoesNotFitAndSaysWhatWould) {
   const auto refusal = [](const Box& area, double dotsPerInch, std::size_t mostBytes) {
-    PaintSettings settings;
-    settings.frame = FrameOfResolution(area, 1, dotsPerInch);
+    PngSettings settings;
+    settings.dotsPerInch = dotsPerInch;
+    settings.mostBytes = mostBytes;
     try {
-      const PngPicture picture(
-          settings, [](std::string_view) { return true; }, mostBytes);
+      PngPicture picture(settings, [](std::string_view) {});
+      picture.BeginPage({area, ""});
     } catch (const PictureTooLarge& large) {
       return std::string(large.what());
     }
@@ -162,21 +162,15 @@ TEST(PngPicture, RefusesWhatDoesNotFitAndSaysWhatWould) {
   const std::string text = refusal(inches, 144, 48 << 20);
   ASSERT_NE(text.find("or 28 dots per inch"), std::string::npos) << text;
   EXPECT_EQ(refusal(inches, 28, 48 << 20), "") << "what it names does";
-  EXPECT_NE(refusal({0, 0, 1e300, 1e300}, 72, PngPicture::kMostBytes), "");
+  EXPECT_NE(refusal({0, 0, 1e300, 1e300}, 72, 400 << 20), "");
   EXPECT_NE(refusal(inches, 72, 0), "");
 }
 
-TEST(PngPicture, EndsWhenTheFileIsNotTaken) {
+TEST(PngPicture, PassesOnWhatItsSinkThrows) {
   struct Broken {};
-  PaintSettings settings;
-  settings.frame = FrameOfResolution({0, 0, 4, 2}, 1, 72);
-  int pieces = 0;
-  PngPicture refused(settings, [&pieces](std::string_view) { return ++pieces < 3; });
-  DrawSquare(refused, {});
-  EXPECT_FALSE(refused.Finish());
-  EXPECT_EQ(pieces, 3);
-  PngPicture thrown(settings, [](std::string_view) -> bool { throw Broken(); });
-  EXPECT_THROW(thrown.Finish(), Broken);
+  PngPicture picture({}, [](std::string_view) { throw Broken(); });
+  DrawSquare(picture.BeginPage({kSmall, ""}), {});
+  EXPECT_THROW(picture.Finish(), Broken);
 }
 
 }  // namespace
