@@ -9,7 +9,6 @@ namespace {
 
 // Strokes of equal attributes share a path up to this many points: longer ones slow readers down.
 constexpr std::size_t kPointsOfFullPath = 1000;
-constexpr float kGreatestWidth = 1e6F;  // mm
 
 double Clamped(float component) {
   return std::isnan(component) ? 0.0 : std::clamp<double>(component, 0, 1);
@@ -52,8 +51,7 @@ void PdfContent::SetStyle(const StrokeStyle& wanted) {
   EndPath();
   if (!style || style->colour != wanted.colour) AddColour(wanted.colour, "G\n", "RG\n");
   if (!style || style->width != wanted.width) {
-    const float width = wanted.width > 0 ? std::min(wanted.width, kGreatestWidth) : 0.0F;
-    DecimalPoints(kPointsPerMillimetre).Add(text, width, NumberForm::Plain);
+    AddWidth(text, wanted.width, NumberForm::Plain);
     text.Add(" w\n");
   }
   if (!style || style->cap != wanted.cap) {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "drawing/PdfPicture.h"
+#include "drawing/PngPicture.h"
 #include "drawing/SvgPicture.h"
-#include "orxprint/CairoPicture.h"
 #include "orxprint/OutputNames.h"
 #include "orxprint/TemporarySpool.h"
 
@@ -32,16 +32,18 @@ std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink)
       std::move(sink));
 }
 
-template <CairoPicture::Write kWrite>
-std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sink) {
-  return std::make_unique<CairoPicture>(
-      kWrite, WriteSettings{settings.dotsPerInch, settings.pointsPerUnit, {}}, std::move(sink));
+std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink) {
+  orxdrawing::PngSettings png;
+  png.pointsPerUnit = settings.pointsPerUnit;
+  png.dotsPerInch = settings.dotsPerInch;
+  png.mayGoOn = settings.mayGoOn;
+  return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));
 }
 
 constexpr std::array<Format, 4> kFormats = {{
     {"svg", PagesInFile::One, &MakeSvg},
     {"pdf", PagesInFile::All, &MakePdf},
-    {"png", PagesInFile::One, &MakeCairo<&WritePng>},
+    {"png", PagesInFile::One, &MakePng},
     {"none", PagesInFile::None, nullptr},
 }};
 
