@@ -37,6 +37,7 @@ std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink)
   png.pointsPerUnit = settings.pointsPerUnit;
   png.dotsPerInch = settings.dotsPerInch;
   png.mayGoOn = settings.mayGoOn;
+  png.mostBytes = settings.mostBytes;
   return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));
 }
 

@@ -20,6 +20,7 @@ struct PictureSettings {
   std::string title;    // UTF-8; may be empty
   std::string creator;  // UTF-8; may be empty
   orxdrawing::MayGoOn mayGoOn;
+  std::size_t mostBytes = std::size_t{400} << 20;  // that the picture may take in memory
 };
 
 struct Format {

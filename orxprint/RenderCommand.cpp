@@ -1,6 +1,7 @@
 // The command render: documents drawn into files.
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <utility>
@@ -32,6 +33,8 @@ using orxdrawing::ShapeSink;
 
 // Whoever reads what is written may take so long at least, whatever the time limit.
 constexpr double kLeastWritingSeconds = 2;
+// What a picture may take however little memory there is.
+constexpr std::uint64_t kLeastPictureBytes = std::uint64_t{28} << 20;
 // More names of pages than this are not looked at before drawing.
 constexpr std::size_t kMostForeseenPages = 10'000;
 
@@ -135,18 +138,42 @@ private:
     const Units units = Units::FromEnvironment();
     const auto areas = std::make_shared<PageAreas>(session, options.area, units, ForeseenPages());
     if (areas->NeedMeasuring()) Measure(*areas, units);
-    const auto files = std::make_shared<PictureFiles>(
-        PictureFiles::Plan{format,
-                           {options.dotsPerInch, units.pointsPerUnit, {}, {}, {}},
-                           outputName,
-                           format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()),
-                           areas,
-                           {}});
+    const auto files = std::make_shared<PictureFiles>(PictureFiles::Plan{
+        format, Settings(units), outputName,
+        format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()), areas, Labels()});
     ForEachPass([&](PageSelection selection) { Draw(selection, files); });
     files->Finish();
     session.TellShortfalls();
     Commit(*files);
     TellLosses(*files);
+  }
+
+  [[nodiscard]] PictureSettings Settings(Units units) const {
+    PictureSettings settings;
+    settings.dotsPerInch = options.dotsPerInch;
+    settings.pointsPerUnit = units.pointsPerUnit;
+    settings.title = session.Source().Comments().title;
+    settings.creator = session.Source().Comments().creator;
+    if (memoryLimit > 0) {
+      settings.mostBytes =
+          std::clamp<std::uint64_t>(memoryLimit, kLeastPictureBytes, settings.mostBytes);
+    }
+    return settings;
+  }
+
+  // Of the pages, for a file that can name them.
+  [[nodiscard]] std::map<std::uint32_t, std::string> Labels() {
+    std::map<std::uint32_t, std::string> labels;
+    if (format.pages != PagesInFile::All || session.Source().Comments().pageComments == 0) {
+      return labels;
+    }
+    std::vector<std::uint32_t> numbers = ForeseenPages();
+    numbers.resize(std::min<std::size_t>(numbers.size(), kMostAskedPages));
+    const PageAnswers answers = session.Ask([&numbers](const PageAnswers&) { return numbers; });
+    for (std::size_t i = 0; i < answers.pages.size(); ++i) {
+      if (answers.pages[i].label) labels[numbers[i]] = *answers.pages[i].label;
+    }
+    return labels;
   }
 
   void Measure(PageAreas& areas, Units units) {
