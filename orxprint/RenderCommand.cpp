@@ -31,7 +31,8 @@ using orxdrawing::PageFilter;
 using orxdrawing::ShapeGatherer;
 using orxdrawing::ShapeSink;
 
-// Whoever reads what is written may take so long at least, whatever the time limit.
+// Painting what is left when a run has ended may take so long at least, whatever the time limit,
+// and so may whoever reads what is written.
 constexpr double kLeastWritingSeconds = 2;
 // What a picture may take however little memory there is.
 constexpr std::uint64_t kLeastPictureBytes = std::uint64_t{28} << 20;
@@ -56,7 +57,8 @@ public:
     if (options.pages) selected = SelectPages(*options.pages, PageCount());
     if (format.WritesFiles()) CheckOutputs();
     format.WritesFiles() ? DrawFiles() : Discard();
-    return session.TellShortfalls();
+    const Status status = session.TellShortfalls();
+    return isCutShort ? Status::LimitReached : status;
   }
 
 private:
@@ -142,7 +144,7 @@ private:
         format, Settings(units), outputName,
         format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()), areas, Labels()});
     ForEachPass([&](PageSelection selection) { Draw(selection, files); });
-    files->Finish();
+    Finish(*files);
     session.TellShortfalls();
     Commit(*files);
     TellLosses(*files);
@@ -230,6 +232,13 @@ private:
     };
   }
 
+  void Finish(PictureFiles& files) {
+    const SignOfLife painting(session.Name(), "painting");
+    session.Extend(kLeastWritingSeconds);
+    files.Finish(session.GivenEnd());
+    isCutShort = files.IsCutShort();
+  }
+
   void Commit(PictureFiles& files) {
     if (outputName == "-" && files.Outputs().size() > 1) {
       throw Failure(std::to_string(files.PageCount()) +
@@ -249,6 +258,7 @@ private:
       Warn(name,
            "points without finite coordinates left out: " + std::to_string(files.Lost().points));
     }
+    if (isCutShort) Tell(name, "painting " + Describe(Stop::TimeLimit));
     if (files.Lost().images > 0) {
       Warn(name, "images without a drawable area left out: " + std::to_string(files.Lost().images));
     }
@@ -262,6 +272,7 @@ private:
   Session session;
   std::string outputName;
   std::vector<std::uint32_t> selected;
+  bool isCutShort = false;  // painting was
 };
 
 }  // namespace
