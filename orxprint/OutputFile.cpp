@@ -1,9 +1,11 @@
 #include "orxprint/OutputFile.h"
 
 #include <cerrno>
+#include <exception>
 #include <new>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "orxprint/Failure.h"
 #include "orxprint/RunControl.h"
@@ -15,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBufferBytes = 1 << 16;
+constexpr std::size_t kMostBytesInMemory = std::size_t{1} << 20;
 constexpr auto kBetweenLooks = std::chrono::milliseconds(20);
 
 }  // namespace
@@ -57,30 +60,74 @@ bool OutputFile::Write(std::string_view bytes) noexcept {
     writeError = ENOMEM;
     return false;
   }
-  return !file || kept.size() < kBufferBytes || Flush();
+  if (kept.size() < kBufferBytes) return true;
+  if (!Place() && kept.size() < kMostBytesInMemory) return true;
+  return HasPlaceForMany() && Flush();
 }
 
+std::optional<int> OutputFile::Place() const {
+  if (file) return file->Number();
+  if (spool.IsOpen()) return spool.Number();
+  return std::nullopt;
+}
+
+bool OutputFile::HasPlaceForMany() noexcept {
+  if (Place()) return true;
+  try {
+    spool = OpenNamelessFile(TemporaryFolder());
+    if (!spool.IsOpen()) writeError = errno;
+  } catch (const std::exception&) {
+    writeError = ENOMEM;
+  }
+  return spool.IsOpen();
+}
+
+template <typename Take>
+int OutputFile::ReadBack(Take take) {
+  const std::optional<int> source = Place();
+  std::uint64_t place = 0;
+  std::vector<char> block(source ? kBufferBytes : 0);
+  while (source) {
+    const Transfer read = ReadAt(*source, place, block.data(), block.size());
+    if (read.error != 0) return read.error;
+    if (read.count == 0) break;
+    if (const int error = take(std::string_view(block.data(), read.count))) return error;
+    place += read.count;
+  }
+  return take(kept);
+}
+
+void OutputFile::MoveTo(const std::string& newName) {
+  Require(writeError);
+  OutputFile moved(newName);
+  moved.Require(
+      ReadBack([&](std::string_view bytes) { return moved.Write(bytes) ? 0 : moved.writeError; }));
+  *this = std::move(moved);
+}
+
+// REQUIRES: there is a file.
 bool OutputFile::Flush() noexcept {
-  if (!writeError) writeError = WriteAll(file->Number(), kept, {});
+  if (!writeError) writeError = WriteAll(*Place(), kept, {});
   kept.clear();
   return writeError == 0;
 }
 
 void OutputFile::Close() {
-  if (file && Flush()) writeError = file->Finish();
+  if (Place() && Flush() && file) writeError = file->Finish();
   Require(writeError);
 }
 
 void OutputFile::Commit(const Deadline& deadline) {
   if (file) Require(file->TakePlace());
-  if (kept.empty()) return;
+  if (kept.empty() && !spool.IsOpen()) return;
   Descriptor opened;
   std::optional<int> reader = DescriptorOfName(name);
   if (!reader) {
     opened = OpenReader(deadline);
     reader = opened.Number();
   }
-  const int error = WriteAll(*reader, kept, deadline);
+  const int error =
+      ReadBack([&](std::string_view bytes) { return WriteAll(*reader, bytes, deadline); });
   if (error == ETIMEDOUT) throw Stopped{Stop::TimeLimit};
   Require(error);
   Require(opened.Close());
