@@ -8,8 +8,6 @@ namespace orxdrawing {
 
 namespace {
 
-constexpr double kPointsPerMillimetre = 72.0 / 25.4;
-
 // Grows around points and boxes.
 class ExtentCollector {
 public:

@@ -12,16 +12,9 @@
 #include <vector>
 
 #include "drawing/Geometry.h"
+#include "drawing/Shapes.h"
 
 namespace orxdrawing {
-
-struct Colour {
-  float red = 0;
-  float green = 0;
-  float blue = 0;
-};
-
-enum class LineCap : std::uint8_t { Butt, Square, Round };
 
 // Samples laid out as ORXPixelImage lays them out.
 struct ImageSamples {

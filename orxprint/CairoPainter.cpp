@@ -8,9 +8,10 @@
 
 namespace orxprint {
 
+using orxdrawing::kPointsPerMillimetre;
+
 namespace {
 
-constexpr double kPointsPerMillimetre = 72.0 / 25.4;
 // How far from the origin Cairo still rasterizes lines without fault; pages reach half as far.
 constexpr double kSafePixels = 60'000;
 // What 24.8 fixed point holds, with room for wide strokes and their joins.

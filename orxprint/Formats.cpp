@@ -2,18 +2,37 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "drawing/SvgPicture.h"
+#include "orxprint/CairoPicture.h"
 #include "orxprint/OutputNames.h"
 
 namespace orxprint {
 
 namespace {
 
+using orxdrawing::ByteSink;
+using orxdrawing::Picture;
+
+std::unique_ptr<Picture> MakeSvg(const PictureSettings& settings, ByteSink sink) {
+  return std::make_unique<orxdrawing::SvgPicture>(
+      orxdrawing::SvgSettings{settings.pointsPerUnit, orxdrawing::MakeZlibDeflater,
+                              settings.mayGoOn},
+      std::move(sink));
+}
+
+template <CairoPicture::Write kWrite>
+std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sink) {
+  return std::make_unique<CairoPicture>(
+      kWrite, WriteSettings{settings.dotsPerInch, settings.pointsPerUnit, {}}, std::move(sink));
+}
+
 constexpr std::array<Format, 4> kFormats = {{
-    {"svg", PagesInFile::One, 0.25, 1400, 100, &WriteSvg},
-    {"pdf", PagesInFile::All, 0.25, 1400, 100, &WritePdf},
-    {"png", PagesInFile::One, 1, 0, 0, &WritePng},
-    {"none", PagesInFile::None, 0, 0, 0, nullptr},
+    {"svg", PagesInFile::One, &MakeSvg},
+    {"pdf", PagesInFile::All, &MakeCairo<&WritePdf>},
+    {"png", PagesInFile::One, &MakeCairo<&WritePng>},
+    {"none", PagesInFile::None, nullptr},
 }};
 
 bool IsSameInAnyCase(std::string_view a, std::string_view b) {

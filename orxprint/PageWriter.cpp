@@ -1,7 +1,6 @@
 #include "orxprint/PageWriter.h"
 
 #include <cairo-pdf.h>
-#include <cairo-svg.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +9,6 @@
 
 #include "drawing/Text.h"
 #include "orxprint/Failure.h"
-#include "orxprint/SvgTidier.h"
 
 namespace orxprint {
 
@@ -31,14 +29,8 @@ using ContextPointer = std::unique_ptr<cairo_t, ContextDestroyer>;
 
 cairo_status_t WriteToOutput(void* closure, const unsigned char* data, unsigned length) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), length);
-  return static_cast<OutputFile*>(closure)->Write(bytes) ? CAIRO_STATUS_SUCCESS
-                                                         : CAIRO_STATUS_WRITE_ERROR;
-}
-
-cairo_status_t WriteToTidier(void* closure, const unsigned char* data, unsigned length) {
-  const std::string_view bytes(reinterpret_cast<const char*>(data), length);
-  return static_cast<SvgTidier*>(closure)->Write(bytes) ? CAIRO_STATUS_SUCCESS
-                                                        : CAIRO_STATUS_WRITE_ERROR;
+  (*static_cast<const ByteSink*>(closure))(bytes);
+  return CAIRO_STATUS_SUCCESS;
 }
 
 // A write error is left to the output, which knows its cause.
@@ -88,10 +80,11 @@ PixelSize PixelsOf(const Box& area, double dotsPerInch) {
 
 }  // namespace
 
-Losses WritePdf(OutputFile& output, std::span<const PageToWrite> pages,
+Losses WritePdf(const ByteSink& output, std::span<const PageToWrite> pages,
                 const WriteSettings& settings) {
   CairoPainter painter(Canvas::Stencils, 1, settings.deadline);
-  const SurfacePointer surface(cairo_pdf_surface_create_for_stream(WriteToOutput, &output, 1, 1));
+  const SurfacePointer surface(
+      cairo_pdf_surface_create_for_stream(WriteToOutput, const_cast<ByteSink*>(&output), 1, 1));
   cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATE_DATE, "");
   for (const PageToWrite& page : pages) {
     RequireDrawableSize(page.area);
@@ -102,21 +95,7 @@ Losses WritePdf(OutputFile& output, std::span<const PageToWrite> pages,
   return painter.Lost();
 }
 
-Losses WriteSvg(OutputFile& output, std::span<const PageToWrite> pages,
-                const WriteSettings& settings) {
-  const PageToWrite& page = pages[0];
-  RequireDrawableSize(page.area);
-  CairoPainter painter(Canvas::Pictures, 1, settings.deadline);
-  SvgTidier tidier([&output](std::string_view text) { return output.Write(text); });
-  const SurfacePointer surface(cairo_svg_surface_create_for_stream(
-      WriteToTidier, &tidier, page.area.Width(), page.area.Height()));
-  PaintOn(surface.get(), painter, page, settings, 1);
-  FinishSurface(surface.get());
-  tidier.Finish();
-  return painter.Lost();
-}
-
-Losses WritePng(OutputFile& output, std::span<const PageToWrite> pages,
+Losses WritePng(const ByteSink& output, std::span<const PageToWrite> pages,
                 const WriteSettings& settings) {
   const PageToWrite& page = pages[0];
   const double pixelsPerPoint = settings.dotsPerInch / 72;
@@ -128,7 +107,8 @@ Losses WritePng(OutputFile& output, std::span<const PageToWrite> pages,
   cairo_set_source_rgb(context.get(), 1, 1, 1);
   cairo_paint(context.get());
   PaintOn(surface.get(), painter, page, settings, pixelsPerPoint);
-  RequireSuccess(cairo_surface_write_to_png_stream(surface.get(), WriteToOutput, &output));
+  RequireSuccess(cairo_surface_write_to_png_stream(surface.get(), WriteToOutput,
+                                                   const_cast<ByteSink*>(&output)));
   return painter.Lost();
 }
 

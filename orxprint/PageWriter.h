@@ -7,10 +7,13 @@
 #include <memory>
 #include <span>
 
+#include "drawing/Picture.h"
 #include "orxprint/CairoPainter.h"
-#include "orxprint/OutputFile.h"
+#include "orxprint/Descriptor.h"
 
 namespace orxprint {
+
+using orxdrawing::ByteSink;
 
 // A page of a display list, and the part of it to show.
 struct PageToWrite {
@@ -30,13 +33,10 @@ struct WriteSettings {
 // One function for each format. All throw Failure when an area is too large, std::bad_alloc when
 // memory runs out; what the output does not take is left to its Close.
 
-// REQUIRES: one page.
-Losses WriteSvg(OutputFile& output, std::span<const PageToWrite> pages,
-                const WriteSettings& settings);
-Losses WritePdf(OutputFile& output, std::span<const PageToWrite> pages,
+Losses WritePdf(const ByteSink& output, std::span<const PageToWrite> pages,
                 const WriteSettings& settings);
 // REQUIRES: one page.
-Losses WritePng(OutputFile& output, std::span<const PageToWrite> pages,
+Losses WritePng(const ByteSink& output, std::span<const PageToWrite> pages,
                 const WriteSettings& settings);
 
 }  // namespace orxprint

@@ -54,6 +54,8 @@ public:
   [[nodiscard]] std::shared_ptr<RunControl> NewControl() const {
     return std::make_shared<RunControl>(workEnd);
   }
+  // The same with half of the time that is left, for a run before another one.
+  [[nodiscard]] std::shared_ptr<RunControl> NewControlForHalf() const;
 
   // Answers about the document and the pages that `choose` names when it knows the former; there
   // may be fewer pages when a limit stopped the asking.

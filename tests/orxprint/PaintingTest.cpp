@@ -1,4 +1,4 @@
-// What the painter puts on pixels, and the texts and forms in which pictures are handed over.
+// What the painter puts on pixels.
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "orxprint/CairoPainter.h"
-#include "orxprint/SvgTidier.h"
 
 namespace orxprint {
 namespace {
@@ -159,32 +158,6 @@ TEST(CairoPainter, MeetsNeighbouringRectanglesWithoutASeam) {
   Fill(list, {0, 0, 0}, {2.4F, 8, 2.4F, 0, 5.7F, 0, 5.7F, 8, 2.4F, 8});
   Fill(list, {1, 0, 0}, {6.6F, 0, 6.7F, 0, 6.7F, 8, 6.6F, 8});  // thinner than a pixel
   EXPECT_EQ(PaintedPage(list).Row(2), "KKKKKKWR");
-}
-
-TEST(SvgTidier, NumbersAnewAndMarksPicturesHoweverTheTextIsCut) {
-  const std::string longValue(10'000, 'x');
-  const std::string text =
-      "<svg><image id=\"image12\" href=\"" + longValue +
-      "\"/>\n<image id=\"image19\"/><g id=\"surface7\"><use "
-      "xlink:href=\"#image12\"/><use xlink:href=\"#image19\"/>image12</g></svg>";
-  const std::string sharp =
-      "<image image-rendering=\"optimizeSpeed\" "
-      "style=\"image-rendering:pixelated\" id=";
-  const std::string tidy = "<svg>" + sharp + "\"image1\" href=\"" + longValue + "\"/>\n" + sharp +
-                           "\"image2\"/><g id=\"surface3\"><use xlink:href=\"#image1\"/><use "
-                           "xlink:href=\"#image2\"/>image12</g></svg>";
-  for (std::size_t piece = 1; piece < text.size(); piece += piece < 50 ? 1 : 997) {
-    std::string written;
-    SvgTidier tidier([&written](std::string_view part) {
-      written += part;
-      return true;
-    });
-    for (std::size_t i = 0; i < text.size(); i += piece) {
-      ASSERT_TRUE(tidier.Write(std::string_view(text).substr(i, piece)));
-    }
-    ASSERT_TRUE(tidier.Finish());
-    ASSERT_EQ(written, tidy) << piece;
-  }
 }
 
 }  // namespace
