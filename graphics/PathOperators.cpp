@@ -7,6 +7,7 @@
 #include "graphics/GraphicsOperators.h"
 #include "graphics/PointOperands.h"
 #include "graphics/SineCosine.h"
+#include "graphics/WideVectors.h"
 
 namespace orxeps::operators {
 
@@ -149,7 +150,8 @@ ArcValues ArcRadians(float first, float last, ArcDirection direction) noexcept {
 }
 
 // x y r angle1 angle2 -> 61 points from angle1 on, behind a Move when the path is empty
-ResultCode AddArc(Machine& machine, GraphicsStates& states, ArcDirection direction) {
+ORX_WIDE_VECTORS ResultCode AddArc(Machine& machine, GraphicsStates& states,
+                                   ArcDirection direction) {
   const float given = TakeNumber(machine);
   const float first = TakeNumber(machine);
   const float radius = TakeNumber(machine);

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "graphics/WideVectors.h"
+
 namespace orxeps {
 
 namespace {
@@ -115,8 +117,8 @@ SineCosine SineAndCosine(float radians) noexcept {
   return result;
 }
 
-void SinesAndCosines(std::span<const float> radians, std::span<float> sines,
-                     std::span<float> cosines) noexcept {
+ORX_WIDE_VECTORS void SinesAndCosines(std::span<const float> radians, std::span<float> sines,
+                                      std::span<float> cosines) noexcept {
   const std::size_t count = radians.size();
   const float* const angle = radians.data();
   float* const sine = sines.data();

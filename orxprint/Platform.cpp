@@ -16,6 +16,9 @@
 #  include <link.h>
 #  include <sys/auxv.h>
 #endif
+#if defined(__GLIBC__)
+#  include <malloc.h>
+#endif
 
 namespace orxprint {
 
@@ -62,6 +65,14 @@ void LowerPriority([[maybe_unused]] std::thread& thread) noexcept {
 #if defined(SCHED_IDLE)
   const sched_param none = {};
   pthread_setschedparam(thread.native_handle(), SCHED_IDLE, &none);
+#endif
+}
+
+void KeepFreedMemory() noexcept {
+#if defined(__GLIBC__)
+  constexpr int kLargestKept = 32 << 20;
+  mallopt(M_MMAP_THRESHOLD, kLargestKept);
+  mallopt(M_TRIM_THRESHOLD, 2 * kLargestKept);
 #endif
 }
 

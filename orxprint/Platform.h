@@ -22,6 +22,11 @@ void SetEnvironment(const char* name, const char* value);
 // way to do so.
 void LowerPriority(std::thread& thread) noexcept;
 
+// Has the allocator keep some of what is freed, for images one after another would else be given
+// new pages each, which the system fills with zeros first. Does nothing where that is not for a
+// program to say.
+void KeepFreedMemory() noexcept;
+
 // A dynamic library. It stays loaded until the program ends, for what it registered points into it.
 struct OpenedLibrary {
   void* handle = nullptr;

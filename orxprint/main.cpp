@@ -40,6 +40,7 @@ Status Work(const Request& request) {
   if (!request.common.units.empty()) {
     SetEnvironment("ORXPrintOpenPSToMM", request.common.units == "pt" ? "0" : "1");
   }
+  KeepFreedMemory();
   CatchEndingSignals();
   ConnectFrameworkReport(request.common.memoryLimit);
   try {

@@ -193,14 +193,6 @@ PSRef Scanner::MakeInteger(std::int32_t value) {
   return object;
 }
 
-PSRef Scanner::MakeNumber(const Token& token) {
-  const bool isReal = token.kind == TokenKind::Real;
-  PSRef object = machine.heap.Make(isReal ? PSObjectType::Real : PSObjectType::Integer);
-  object->intValue = token.intValue;
-  object->realValue = token.realValue;
-  return object;
-}
-
 PSRef Scanner::MakeName(std::string_view nameText, bool literal) {
   PSRef name = machine.heap.Make(PSObjectType::Name);
   name->nameText = machine.names.Intern(nameText);

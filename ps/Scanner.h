@@ -57,8 +57,8 @@ public:
 
   [[nodiscard]] Token ReadToken() {
     Token token;
-    if (stringDepth == 0 && ReadReadyToken(token)) return token;
-    return ReadTokenFor(TokenUse::Plain);
+    if (stringDepth != 0 || !ReadReadyToken(token)) token = ReadTokenFor(TokenUse::Plain);
+    return token;
   }
 
   // The object that a token begins, nothing when there is none. For an empty token, a binary token.
@@ -71,7 +71,13 @@ public:
   // The object of a token that is no delimiter: a number, or an executable name.
   [[nodiscard]] PSRef MakeObject(std::string_view token);
   // The object of a token whose value is known. REQUIRES: its kind is Integer or Real.
-  [[nodiscard]] PSRef MakeNumber(const Token& token);
+  [[nodiscard]] PSRef MakeNumber(const Token& token) {
+    const bool isReal = token.kind == TokenKind::Real;
+    PSRef object = machine.heap.Make(isReal ? PSObjectType::Real : PSObjectType::Integer);
+    object->intValue = token.intValue;
+    object->realValue = token.realValue;
+    return object;
+  }
   // The object of a token that looks like a number: an Integer, a Real, or an object of no type.
   [[nodiscard]] PSRef ParseNumber(std::string_view token);
   // The rest of a string, after its "(".
