@@ -27,7 +27,7 @@ constexpr const char* kFooter =
     "  orxprint render scan.eps -f png -r 300 --area drawing\n"
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
     "  orxprint info *.eps --json\n"
-    "  orxprint trace part.eps --page 2\n"
+    "  orxprint trace part.eps --page 2 --where\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
     "A FILE of - is standard input; an output of - is standard output.\n"
@@ -53,7 +53,8 @@ constexpr const char* kInfoFooter =
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
-    "named by the size and CRC-32 of their samples.";
+    "named by the size and CRC-32 of their samples. Of several files each begins with a line\n"
+    "'# file NAME'. With --json every line is an object. docs/trace-format.md tells all of it.";
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
@@ -65,6 +66,8 @@ struct RawOptions {
   std::string format;
   std::string pages;
   std::string area = "box";
+  std::string tracePages;
+  std::vector<std::string> calls;
 };
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& text,
@@ -106,6 +109,31 @@ Area ParseArea(const std::string& text) {
   if (text == "page") return Area::Page;
   if (text != "drawing") Refuse("--area", text, "box, page or drawing");
   return Area::Drawing;
+}
+
+std::optional<PageList> ParsePages(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  auto pages = ParsePageList(text);
+  if (!pages) Refuse("--pages", text, "a list of pages such as 1,3-5,7-");
+  return pages;
+}
+
+// Without names, all calls.
+orxdrawing::TraceCallSet ParseCalls(const std::vector<std::string>& names) {
+  const auto& calls = orxdrawing::kTraceCalls;
+  orxdrawing::TraceCallSet set = 0;
+  for (const std::string& name : names) {
+    const auto found = std::find(calls.begin(), calls.end(), name);
+    if (found == calls.end()) {
+      std::string expected;
+      for (const std::string_view call : calls) {
+        expected += (expected.empty() ? "a call: " : ", ") + std::string(call);
+      }
+      Refuse("--only", name, expected);
+    }
+    set |= 1U << (found - calls.begin());
+  }
+  return names.empty() ? orxdrawing::kAllTraceCalls : set;
 }
 
 bool IsFolder(const std::string& name) {
@@ -236,9 +264,25 @@ private:
 
   void AddTrace() {
     traceCommand = AddCommand("trace", "Print every drawing call", kTraceFooter);
-    traceCommand->add_option("FILE", trace.file, "Document to trace")->required();
-    traceCommand->add_option("--page", trace.page, "Select this page only")->type_name("N");
-    traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
+    traceCommand->add_option("FILE", trace.files, "Documents to trace")->required();
+    auto* page = traceCommand->add_option("--page", trace.page,
+                                          "Select this page only, whether it is there or not");
+    page->type_name("N");
+    traceCommand->add_option("--pages", raw.tracePages, "Trace these pages in turn: 1,3-5,7-")
+        ->type_name("LIST")
+        ->excludes(page);
+    auto* only = traceCommand->add_option("--only", raw.calls, "Print these calls only");
+    only->type_name("CALLS")->delimiter(',');
+    auto* samples =
+        traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
+    auto* where =
+        traceCommand->add_flag("--where", trace.where, "Say of each call which line drew it");
+    traceCommand
+        ->add_flag("--summary", trace.summary, "Print counts, extent, widths, colours of each page")
+        ->excludes(only)
+        ->excludes(samples)
+        ->excludes(where);
+    traceCommand->add_flag("--json", trace.json, "Print an object a line, for programs");
   }
 
   Request Finish() {
@@ -252,15 +296,17 @@ private:
       RequireOneStandardInput(info.files);
       return {common, info};
     }
-    if (traceCommand->parsed()) return {common, trace};
+    if (traceCommand->parsed()) {
+      RequireOneStandardInput(trace.files);
+      trace.pages = ParsePages(raw.tracePages);
+      trace.calls = ParseCalls(raw.calls);
+      return {common, trace};
+    }
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
     RequireOneOutputForEach(render);
-    if (!raw.pages.empty()) {
-      render.pages = ParsePageList(raw.pages);
-      if (!render.pages) Refuse("--pages", raw.pages, "a list of pages such as 1,3-5,7-");
-    }
+    render.pages = ParsePages(raw.pages);
     return {common, render};
   }
 

@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "drawing/TraceGenerator.h"
 #include "orxprint/Failure.h"
 #include "orxprint/Formats.h"
 #include "orxprint/PageList.h"
@@ -47,9 +48,14 @@ struct InfoOptions {
 };
 
 struct TraceOptions {
-  std::string file;
-  std::optional<std::uint32_t> page;  // none: all
+  std::vector<std::string> files;
+  std::optional<std::uint32_t> page;  // any number; none: see pages
+  std::optional<PageList> pages;      // none: all
+  orxdrawing::TraceCallSet calls = orxdrawing::kAllTraceCalls;
   bool samples = false;
+  bool where = false;
+  bool summary = false;
+  bool json = false;
 };
 
 struct Request {

@@ -56,6 +56,9 @@ class RunControl final : public ORXInterpreterWatcher {
 public:
   explicit RunControl(Deadline runDeadline = {}) noexcept : deadline(runDeadline) {}
 
+  // Whom the run may ask about itself, if its module has such a one; used in the run only.
+  ORXWatchable* watched = nullptr;
+
   // Receives the lines of the framework's report.
   std::function<void(const ORXUnicodeString& line)> onReport;
 

@@ -15,7 +15,10 @@ namespace orxprint {
 namespace {
 
 void LetWatch(ORXPrintInterpreter& interpreter, RunControl& control) {
-  if (auto* watchable = dynamic_cast<ORXWatchable*>(&interpreter)) watchable->SetWatcher(&control);
+  auto* watchable = dynamic_cast<ORXWatchable*>(&interpreter);
+  if (!watchable) return;
+  control.watched = watchable;
+  watchable->SetWatcher(&control);
 }
 
 }  // namespace
