@@ -28,6 +28,7 @@ constexpr const char* kFooter =
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2 --where\n"
+    "  orxprint find part.eps --at 31.5,80mm\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
     "A FILE of - is standard input; an output of - is standard output.\n"
@@ -56,8 +57,14 @@ constexpr const char* kTraceFooter =
     "named by the size and CRC-32 of their samples. Of several files each begins with a line\n"
     "'# file NAME'. With --json every line is an object. docs/trace-format.md tells all of it.";
 
+constexpr const char* kFindFooter =
+    "Prints the strokes, fills and images whose ink touches the place, the topmost first, with\n"
+    "the page and the line that drew each. Places count from the document's origin, y upwards, as\n"
+    "in a trace; without mm or pt in the unit of --units. With --json: docs/comparing.md.";
+
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
+constexpr double kMostWithinMillimetres = 1e6;
 
 // A text option as the person wrote it; meaning is given to it after all of them are known.
 struct RawOptions {
@@ -68,6 +75,7 @@ struct RawOptions {
   std::string area = "box";
   std::string tracePages;
   std::vector<std::string> calls;
+  std::string place;
 };
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& text,
@@ -178,6 +186,7 @@ public:
     AddRender();
     AddInfo();
     AddTrace();
+    AddFind();
   }
 
   std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
@@ -285,11 +294,39 @@ private:
     traceCommand->add_flag("--json", trace.json, "Print an object a line, for programs");
   }
 
+  void AddFind() {
+    findCommand = AddCommand("find", "Tell which lines drew what is at a place", kFindFooter);
+    findCommand->add_option("FILE", find.file, "Document to look into")->required();
+    findCommand->add_option("--at", raw.place, "The place on the paper")
+        ->type_name("X,Y[mm|pt]")
+        ->required();
+    findCommand
+        ->add_option("--within", find.withinMillimetres,
+                     "Take what is so near as well, in mm (0.1)")
+        ->type_name("MM")
+        ->check(CLI::Range(0.0, kMostWithinMillimetres));
+    AddPagesAndJson(*findCommand, find.json);
+  }
+
+  void AddPagesAndJson(CLI::App& command, bool& json) {
+    command.add_option("--pages", raw.tracePages, "Look at these pages only: 1,3-5,7-")
+        ->type_name("LIST");
+    command.add_flag("--json", json, "Print for programs");
+  }
+
+  Request FinishFind() {
+    const std::optional<PlaceOption> place = ParsePlace(raw.place);
+    if (!place) Refuse("--at", raw.place, "a place such as 12.5,80 or 35,227pt");
+    find.place = *place;
+    find.pages = ParsePages(raw.tracePages);
+    return {common, find};
+  }
+
   Request Finish() {
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, info or trace",
+      throw CLI::ParseError("a command is required: render, info, trace or find",
                             CLI::ExitCodes::RequiredError);
     }
     if (infoCommand->parsed()) {
@@ -302,6 +339,7 @@ private:
       trace.calls = ParseCalls(raw.calls);
       return {common, trace};
     }
+    if (findCommand->parsed()) return FinishFind();
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
@@ -314,11 +352,13 @@ private:
   CLI::App* renderCommand = nullptr;
   CLI::App* infoCommand = nullptr;
   CLI::App* traceCommand = nullptr;
+  CLI::App* findCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
   InfoOptions info;
   TraceOptions trace;
+  FindOptions find;
 };
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "orxprint/Failure.h"
 #include "orxprint/Formats.h"
 #include "orxprint/PageList.h"
+#include "orxprint/PlaceOption.h"
 
 namespace orxprint {
 
@@ -58,9 +59,28 @@ struct TraceOptions {
   bool json = false;
 };
 
+struct FindOptions {
+  std::string file;
+  PlaceOption place;
+  double withinMillimetres = 0.1;
+  std::optional<PageList> pages;  // none: all
+  bool json = false;
+};
+
+struct DiffOptions {
+  std::string before;
+  std::string after;
+  std::string output;  // empty: no picture
+  const Format* format = nullptr;
+  double dotsPerInch = 150;
+  double toleranceMillimetres = 0.001;
+  std::optional<PageList> pages;  // none: all
+  bool json = false;
+};
+
 struct Request {
   CommonOptions common;
-  std::variant<RenderOptions, InfoOptions, TraceOptions> command;
+  std::variant<RenderOptions, InfoOptions, TraceOptions, FindOptions, DiffOptions> command;
 };
 
 // The request, or the status to end with when help was given or the usage was wrong; the person

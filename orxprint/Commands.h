@@ -13,5 +13,7 @@ namespace orxprint {
                           const InfoOptions& options);
 [[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,
                            const TraceOptions& options);
+[[nodiscard]] Status Find(const Plugin& plugin, const CommonOptions& common,
+                          const FindOptions& options);
 
 }  // namespace orxprint

@@ -119,5 +119,59 @@ class Tracing(CommandLine):
             self.assertEqual(self.expect(2, "trace", "a.eps", *arguments, message=message), b"")
 
 
+class Finding(CommandLine):
+    def shapes(self, *arguments, **options):
+        return json.loads(self.expect(0, "find", *arguments, "--json", **options))["shapes"]
+
+    def test_the_topmost_shape_comes_first_with_the_line_that_drew_it(self):
+        self.write("a.eps", DRAWN.replace("fill", "fill 1 0 0 setrgbcolor 20 40 bar"))
+        printed = self.expect(0, "find", "a.eps", "--at", "50,40pt").decode()
+        byte = DRAWN.index("fill") + len("fill 1 0 0 setrgbcolor 20 40 ")
+        self.assertEqual(
+            printed,
+            f"page 1, line 5, byte {byte} (procedure in line 3): "
+            "stroke of 0.1 mm, #ff0000, 7.006 14.061 to 19.806 14.161 mm\n"
+            f"page 1, line 5, byte {DRAWN.index('fill')}: "
+            "fill, #000000, 3.528 7.056 to 21.167 24.694 mm\n",
+        )
+        (image,) = self.shapes("a.eps", "--at", "120,110", "--units", "pt")
+        self.assertEqual([image["kind"], image["line"], image["columns"]], ["image", 6, 2])
+        self.assertEqual(image["extent"]["leftMm"], 35.278)
+
+    def test_units_reach_and_pages(self):
+        self.write("a.eps", THREE_PAGES)
+        for at, options, pages in [
+            ("10,20pt", [], [2]),
+            ("10,20", ["--units", "pt"], [2]),
+            ("3.528,7.056", [], [2]),
+            ("3.528,7.056mm", ["--units", "pt"], [2]),
+            ("10,25pt", ["--within", "1.75"], [2, 3]),
+            ("10,25pt", ["--within", "1.75", "--pages", "3,2"], [3, 2]),
+        ]:
+            found = self.shapes("a.eps", "--at", at, *options)
+            self.assertEqual([shape["page"] for shape in found], pages, (at, options))
+        nothing = "a.eps: warning: nothing was drawn there"
+        self.assertEqual(self.expect(0, "find", "a.eps", "--at", "-5,1e3", message=nothing), b"")
+        self.assertEqual(len(self.shapes("-", "--at", "5,5", stdin=HALF.encode())), 0)
+        self.assertEqual(len(self.shapes("-", "--at", "5,8", stdin=HALF.encode())), 1)
+
+    def test_a_document_that_piles_up_shapes_is_told_from_its_top(self):
+        pile = "/a {0 0 moveto 9 9 lineto stroke} def\n" + "a\n" * 10_007
+        self.write("a.eps", HEADER + pile)
+        left = "a.eps: warning: of the shapes drawn first 7 are left out"
+        printed = self.expect(0, "find", "a.eps", "--at", "1,1", message=left).splitlines()
+        self.assertEqual(len(printed), 10_000)
+        self.assertTrue(printed[0].startswith(b"page 1, line 10009,"))
+        limit = ["--time-limit", "1"]
+        self.write("endless.eps", ENDLESS)
+        message = "endless.eps: stopped by the time limit"
+        self.expect(4, "find", "endless.eps", "--at", "1,1", *limit, message=message)
+
+    def test_wrong_usage(self):
+        for arguments in [["--at", "5"], ["--at", "5,6in"], ["--at", "nan,1"], ["--at", "1,2,3"], []]:
+            self.expect(2, "find", "a.eps", *arguments, message="--at")
+        self.expect(1, "find", "missing.eps", "--at", "1,1", message="missing.eps: no such file")
+
+
 if __name__ == "__main__":
     unittest.main()
