@@ -69,7 +69,7 @@ Document::Document(std::string fileName, RunControl& control)
     : name(std::move(fileName)),
       source(std::make_shared<DocumentSource>(name, control)),
       section(FindPostScript(*source)) {
-  const ByteReader read = [&](std::uint64_t place, char* buffer, std::size_t count) {
+  const orxdrawing::ByteReader read = [&](std::uint64_t place, char* buffer, std::size_t count) {
     control.Require();
     if (place >= section.length) return std::size_t{0};
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, section.length - place));

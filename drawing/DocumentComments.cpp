@@ -1,4 +1,4 @@
-#include "orxprint/DocumentComments.h"
+#include "drawing/DocumentComments.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -238,4 +238,4 @@ DocumentComments ReadComments(const ByteReader& read) {
   return comments;
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

@@ -1,5 +1,5 @@
 // What the host reads from a document's comments.
-#include "orxprint/DocumentComments.h"
+#include "drawing/DocumentComments.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 #include "host/ORXPrintInterpreter.h"
 #include "orxprint/PageAnswers.h"
 
-namespace orxprint {
+namespace orxdrawing {
 namespace {
 
 using namespace std::string_literals;
@@ -167,4 +167,4 @@ TEST(Questioner, AnswersFromFewLinesWhatTheLibraryAnswersFromAll) {
 }
 
 }  // namespace
-}  // namespace orxprint
+}  // namespace orxdrawing
