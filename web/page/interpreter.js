@@ -1,18 +1,21 @@
 // The interpreter in a worker of its own, one for each file: whatever a file does to it, it ends
 // with that file.
 
-let script = null; // the address of the worker's script, once it is unpacked
-
-async function workerScript() {
-  if (script === null) {
-    const letters = atob(document.getElementById('worker').textContent);
-    const packed = Uint8Array.from(letters, (letter) => letter.charCodeAt(0));
-    const unpacked = new Blob([packed]).stream().pipeThrough(new DecompressionStream('deflate'));
-    const text = await new Response(unpacked).blob();
-    script = URL.createObjectURL(new Blob([text], { type: 'text/javascript' }));
-  }
-  return script;
+// What the page carries in an element, unpacked.
+function unpack(id) {
+  const letters = atob(document.getElementById(id).textContent);
+  const packed = Uint8Array.from(letters, (letter) => letter.charCodeAt(0));
+  const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream('deflate'));
+  return new Response(stream).arrayBuffer();
 }
+
+async function prepare() {
+  const [script, library] = await Promise.all([unpack('worker'), unpack('library')]);
+  const address = URL.createObjectURL(new Blob([script], { type: 'text/javascript' }));
+  return { address, library: await WebAssembly.compile(library) };
+}
+
+let prepared = null; // the promise of the script's address and of the library, for all workers
 
 export class Interpreter {
   // `listener(message)` takes the messages about the drawing: page, progress, drawn, failure.
@@ -26,7 +29,8 @@ export class Interpreter {
 
   // Draws the bytes of a file, for at most that many seconds.
   async open(bytes, seconds) {
-    const address = await workerScript();
+    prepared ??= prepare();
+    const { address, library } = await prepared;
     if (this.isStopped) return;
     this.worker = new Worker(address);
     this.worker.onmessage = ({ data }) => this.take(data);
@@ -34,7 +38,7 @@ export class Interpreter {
       event.preventDefault();
       this.end(`the interpreter ended: ${event.message ?? 'its script does not run here'}`);
     };
-    this.worker.postMessage({ type: 'open', bytes, seconds });
+    this.worker.postMessage({ type: 'open', library, bytes, seconds });
   }
 
   // The answer to a question about what was drawn; null when nobody is there to answer.

@@ -39,8 +39,14 @@
     };
   }
 
-  async function open({ bytes, seconds }) {
-    interpreter = await createInterpreter({ host: makeHost(seconds) });
+  async function open({ library, bytes, seconds }) {
+    interpreter = await createInterpreter({
+      host: makeHost(seconds),
+      instantiateWasm(imports, receive) {
+        WebAssembly.instantiate(library, imports).then(receive, fail);
+        return {};
+      },
+    });
     const place = interpreter._malloc(Math.max(bytes.byteLength, 1));
     if (place === 0) {
       tell('failure', { reason: 'it needs more memory than a browser gives' });
