@@ -75,7 +75,7 @@ Document::Document(std::string fileName, RunControl& control)
     count = static_cast<std::size_t>(std::min<std::uint64_t>(count, section.length - place));
     return source->Read(section.offset + place, buffer, count);
   };
-  comments = std::make_shared<const DocumentComments>(ReadComments(read));
+  comments = std::make_shared<const DocumentComments>(orxdrawing::ReadComments(read));
   RequireUnchanged();
 }
 

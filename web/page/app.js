@@ -8,6 +8,7 @@ import { Viewer } from './viewer.js';
 
 const byId = (id) => document.getElementById(id);
 const stage = byId('stage');
+const HINT = byId('shape').textContent;
 const files = [];
 let shown = null; // the file that is shown
 
@@ -83,7 +84,7 @@ function show(file) {
   document.title = `${file.name} – orxprint`;
   source.show(null);
   viewer.show(null);
-  say('');
+  say(HINT);
   update(file);
 }
 
