@@ -14,8 +14,13 @@
 #include "host/ORXPrintInterpreter.h"
 #include "orxprint/PageAnswers.h"
 
-namespace orxdrawing {
+namespace orxprint {
 namespace {
+
+using orxdrawing::Box;
+using orxdrawing::DocumentComments;
+using orxdrawing::ParseBox;
+using orxdrawing::ReadComments;
 
 using namespace std::string_literals;
 
@@ -167,4 +172,4 @@ TEST(Questioner, AnswersFromFewLinesWhatTheLibraryAnswersFromAll) {
 }
 
 }  // namespace
-}  // namespace orxdrawing
+}  // namespace orxprint
