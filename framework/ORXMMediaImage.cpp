@@ -1,7 +1,7 @@
 // The raster formats library's one conversion: a decoded fax page as a pixel image.
 #include "host/ORXMMediaImage.h"
 
-#include <cstddef>
+#include <cstdint>
 
 ORXMMediaImageDecodingOption::ORXMMediaImageDecodingOption() noexcept = default;
 
@@ -14,9 +14,9 @@ ORXPixelImage* ORXMMediaImageConverter::CreatePixelImage(
   if (!data || type != ORXMMediaImageType::Fax || size <= 0 || width <= 0 || height <= 0) {
     return nullptr;
   }
-  const std::size_t needed =
-      ORXPixelImage::RowBytes(width, kFormat) * static_cast<std::size_t>(height);
-  if (static_cast<std::size_t>(size) != needed) return nullptr;
+  const std::uint64_t needed = std::uint64_t{ORXPixelImage::RowBytes(width, kFormat)} *
+                               static_cast<std::uint64_t>(height);
+  if (static_cast<std::uint64_t>(size) != needed) return nullptr;
   // The bits stay as they are: whoever extracts them gets the bitmap that was converted.
   return ORXPixelImage::CreateCopy(width, height, kFormat, data);
 }

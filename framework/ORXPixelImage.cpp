@@ -10,10 +10,6 @@
 
 namespace {
 
-// The largest layout, four bytes for each of 2^31-1 times 2^31-1 pixels, stays below 2^64, so that
-// sizes need no further checks.
-static_assert(sizeof(std::size_t) >= 8 && sizeof(int) == 4);
-
 constexpr auto kMirroredBytes = [] {
   std::array<unsigned char, 256> mirrored{};
   for (unsigned byte = 0; byte < 256; ++byte) {
@@ -157,7 +153,8 @@ ORXPixelImageFormat ORXPixelImage::Format() const noexcept { return format; }
 const unsigned char* ORXPixelImage::Pixels() const noexcept { return pixels; }
 
 std::size_t ORXPixelImage::ByteCount() const noexcept {
-  return height > 0 ? RowBytes(width, format) * static_cast<std::size_t>(height) : 0;
+  if (height <= 0) return 0;
+  return SizeOf(std::uint64_t{RowBytes(width, format)} * static_cast<std::uint64_t>(height));
 }
 
 ORXPixelImage* ORXPixelImage::CreateCopy(int width, int height, ORXPixelImageFormat format,

@@ -1,5 +1,5 @@
-// The operating system's word on memory: Linux, with containers of either cgroup version, and
-// Windows. Other systems say nothing.
+// The operating system's word on memory: Linux, with containers of either cgroup version,
+// Windows, and the memory of a WebAssembly program. Other systems say nothing.
 #include <algorithm>
 #include <cstdint>
 
@@ -13,6 +13,10 @@
 #  include <psapi.h>
 #else
 #  include <unistd.h>
+#endif
+
+#if defined(__EMSCRIPTEN__)
+#  include <emscripten/heap.h>
 #endif
 
 #if defined(__linux__)
@@ -136,6 +140,12 @@ std::uint64_t AvailableMemory() noexcept {
     return machine;
   }
 }
+
+#elif defined(__EMSCRIPTEN__)
+
+// What the allocator has taken; it gives nothing back.
+std::uint64_t ResidentMemory() noexcept { return reinterpret_cast<std::uintptr_t>(sbrk(0)); }
+std::uint64_t AvailableMemory() noexcept { return emscripten_get_heap_max(); }
 
 #else
 

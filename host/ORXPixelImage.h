@@ -84,16 +84,16 @@ public:
   [[nodiscard]] static constexpr std::size_t RowBytes(int width,
                                                       ORXPixelImageFormat format) noexcept {
     if (width <= 0) return 0;
-    const auto pixelCount = static_cast<std::size_t>(width);
+    const auto pixelCount = static_cast<std::uint64_t>(width);
     switch (format) {
       case ORXPixelImageFormat::Rgb24:
-        return pixelCount * 3;
+        return SizeOf(pixelCount * 3);
       case ORXPixelImageFormat::Cmyk32:
-        return pixelCount * 4;
+        return SizeOf(pixelCount * 4);
       case ORXPixelImageFormat::Bilevel1:
-        return (pixelCount + 7) / 8;
+        return SizeOf((pixelCount + 7) / 8);
       default:
-        return pixelCount;
+        return SizeOf(pixelCount);
     }
   }
 
@@ -102,6 +102,12 @@ public:
                                                  const unsigned char* pixels) noexcept;
 
 private:
+  // The largest layout, four bytes for each of 2^31-1 times 2^31-1 pixels, stays below 2^64. What a
+  // platform cannot address is more than it can allocate, whatever that is.
+  [[nodiscard]] static constexpr std::size_t SizeOf(std::uint64_t bytes) noexcept {
+    return bytes > SIZE_MAX ? SIZE_MAX : static_cast<std::size_t>(bytes);
+  }
+
   // From std::malloc, so that they can be given away.
   struct OwnPixels {
     OwnPixels() noexcept = default;

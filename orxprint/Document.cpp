@@ -69,11 +69,11 @@ Document::Document(std::string fileName, RunControl& control)
     : name(std::move(fileName)),
       source(std::make_shared<DocumentSource>(name, control)),
       section(FindPostScript(*source)) {
-  const ByteReader read = [&](std::uint64_t place, char* buffer, std::size_t count) {
+  const orxdrawing::ByteReader read = [&](std::uint64_t place, char* buffer, std::size_t count) {
     control.Require();
     return Read(place, buffer, count);
   };
-  comments = std::make_shared<const DocumentComments>(ReadComments(read));
+  comments = std::make_shared<const DocumentComments>(orxdrawing::ReadComments(read));
   RequireUnchanged();
 }
 

@@ -10,12 +10,15 @@
 #include <memory>
 #include <string>
 
+#include "drawing/DocumentComments.h"
 #include "framework/InputStreams.h"
-#include "orxprint/DocumentComments.h"
 #include "orxprint/DocumentSource.h"
 #include "orxprint/RunControl.h"
 
 namespace orxprint {
+
+using orxdrawing::Box;
+using orxdrawing::DocumentComments;
 
 // A part of a source as an interpreter's input. It seems to end when the run is being stopped, for
 // interpreters that ask nobody whether to go on. Borrows the control.

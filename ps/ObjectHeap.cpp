@@ -22,14 +22,12 @@ std::size_t CostOf(const PSParts& parts) noexcept {
 constinit const NoParts kNoParts;
 
 void ObjectHeap::AddSlab() {
-  constexpr std::size_t kHeaderBytes =
-      (sizeof(PSObject::SlabHeader) + sizeof(PSObject) - 1) / sizeof(PSObject) * sizeof(PSObject);
   auto* memory = static_cast<std::byte*>(
       ::operator new (PSObject::kSlabBytes, std::align_val_t{PSObject::kSlabBytes}));
   new (memory) PSObject::SlabHeader{this, slabs};
   slabs = memory;
-  for (std::size_t place = PSObject::kSlabBytes - sizeof(PSObject); place >= kHeaderBytes;
-       place -= sizeof(PSObject)) {
+  for (std::size_t place = PSObject::kSlabBytes; place > PSObject::FirstRecord();) {
+    place -= sizeof(PSObject);
     auto* record = new (memory + place) PSObject();
     record->nextInHeap = freeList;
     freeList = record;
@@ -43,8 +41,8 @@ ObjectHeap::~ObjectHeap() {
     UnpoisonMemory(memory, PSObject::kSlabBytes);
     slabs = reinterpret_cast<PSObject::SlabHeader*>(memory)->nextSlab;
     // A part's own members free what they own and follow no pointer to a record.
-    for (std::size_t place = PSObject::kSlabBytes - sizeof(PSObject);
-         place >= sizeof(PSObject::SlabHeader); place -= sizeof(PSObject)) {
+    for (std::size_t place = PSObject::kSlabBytes; place > PSObject::FirstRecord();) {
+      place -= sizeof(PSObject);
       delete reinterpret_cast<PSObject*>(memory + place)->parts;
     }
     ::operator delete (memory, std::align_val_t{PSObject::kSlabBytes});

@@ -142,6 +142,10 @@ private:
     RecordPool* pool;
     void* nextSlab;
   };
+  // The place of a slab's first record; they end where the slab does.
+  static constexpr std::size_t FirstRecord() noexcept {
+    return kSlabBytes - (kSlabBytes - sizeof(SlabHeader)) / sizeof(PSObject) * sizeof(PSObject);
+  }
 
   PSObject() noexcept : nextInHeap(nullptr) {}
   ~PSObject() {}  // NOLINT(modernize-use-equals-default): of a union's class it would be deleted

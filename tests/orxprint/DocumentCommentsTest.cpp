@@ -1,5 +1,5 @@
 // What the host reads from a document's comments.
-#include "orxprint/DocumentComments.h"
+#include "drawing/DocumentComments.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +16,11 @@
 
 namespace orxprint {
 namespace {
+
+using orxdrawing::Box;
+using orxdrawing::DocumentComments;
+using orxdrawing::ParseBox;
+using orxdrawing::ReadComments;
 
 using namespace std::string_literals;
 

@@ -6,8 +6,15 @@
 #  include <windows.h>
 
 #  include <cstdio>
+#elif defined(__EMSCRIPTEN__)
+#  include <cstring>
 #else
 #  include <dlfcn.h>
+#endif
+
+#if defined(__EMSCRIPTEN__)
+extern "C" void* fctCreateORXPrintEPSInterpreter(void* input) noexcept;
+extern "C" int fctIsORXOMModule() noexcept;
 #endif
 
 namespace orxtests {
@@ -23,6 +30,21 @@ void* FindSymbol(void* library, const char* name) {
 }
 
 void WriteBytesToStandardOutput() { _setmode(_fileno(stdout), _O_BINARY); }
+
+#elif defined(__EMSCRIPTEN__)
+
+// There everything is one program, and the module in it is registered from its start to its end.
+void* OpenLibrary(const char* file) { return const_cast<char*>(file); }
+
+bool CloseLibrary(void* /*library*/) { return true; }
+
+void* FindSymbol(void* /*library*/, const char* name) {
+  return std::strcmp(name, "fctIsORXOMModule") == 0
+             ? reinterpret_cast<void*>(fctIsORXOMModule)
+             : reinterpret_cast<void*>(fctCreateORXPrintEPSInterpreter);
+}
+
+void WriteBytesToStandardOutput() {}
 
 #else
 

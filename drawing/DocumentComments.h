@@ -16,9 +16,7 @@
 
 #include "drawing/Geometry.h"
 
-namespace orxprint {
-
-using orxdrawing::Box;
+namespace orxdrawing {
 
 struct DocumentComments {
   bool startsLikePostScript = false;       // begins with "%!"
@@ -52,4 +50,4 @@ using ByteReader = std::function<std::size_t(std::uint64_t place, char* buffer, 
 // block, however long its lines are.
 [[nodiscard]] DocumentComments ReadComments(const ByteReader& read);
 
-}  // namespace orxprint
+}  // namespace orxdrawing

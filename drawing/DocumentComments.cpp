@@ -1,4 +1,4 @@
-#include "orxprint/DocumentComments.h"
+#include "drawing/DocumentComments.h"
 
 #include <algorithm>
 #include <charconv>
@@ -9,7 +9,7 @@
 
 #include "drawing/Text.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -257,4 +257,4 @@ DocumentComments ReadComments(const ByteReader& read) {
   return comments;
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

@@ -1,0 +1,259 @@
+#!/usr/bin/env python3
+"""Opens the page for browsers from the disk, in Chromium without a window, and uses it as a person
+does: drops files, clicks, presses keys, and reads what stands there.
+
+  ORXPRINT_PAGE=FILE ORXPRINT=PROGRAM tests/web/test_page.py
+
+PROGRAM is the native orxprint, whose drawings the page's must be, byte for byte. With
+ORXPRINT_SHOTS=FOLDER it leaves pictures of the page there.
+"""
+import base64
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.by import By
+from selenium.webdriver.common.keys import Keys
+from selenium.webdriver.support.select import Select
+from selenium.webdriver.support.wait import WebDriverWait
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
+PAGE = pathlib.Path(os.environ["ORXPRINT_PAGE"]).resolve()
+SECONDS = 30  # that anything may take on a busy machine
+
+CROSSING = b"""%!PS-Adobe-3.0 EPSF-3.0
+%%BoundingBox: 0 0 200 100
+/s {stroke} def
+2 setlinewidth
+20 50 moveto 180 50 lineto
+s
+0.5 setgray
+20 10 moveto 60 10 lineto 60 30 lineto fill
+"""
+TWO_PAGES = b"""%!PS-Adobe-3.0
+%%BoundingBox: 0 0 72 144
+%%Pages: 2
+%%Page: <b>one</b> 1
+0 0 moveto 72 144 lineto stroke
+showpage
+%%Page: two 2
+0 144 moveto 72 0 lineto stroke
+showpage
+%%EOF
+"""
+MARKUP = b"""%!PS-Adobe-3.0 EPSF-3.0
+%%BoundingBox: 0 0 10 10
+%%Title: <img src=x onerror=alert(1)><script>alert(2)</script>
+(</ol><h1>) pop 0 0 moveto 9 9 lineto stroke
+"""
+# Each procedure runs the one before twice: no patience is long enough.
+ENDLESS = (b"%!\n%%BoundingBox: 0 0 9 9\n/a0 {newpath} def\n"
+           + b"".join(b"/a%d {a%d a%d} def\n" % (i, i - 1, i - 1) for i in range(1, 60))
+           + b"a59\n")
+
+DROP = """
+const transfer = new DataTransfer();
+for (const [name, content] of arguments[0]) {
+  const bytes = Uint8Array.from(atob(content), (letter) => letter.charCodeAt(0));
+  transfer.items.add(new File([bytes], name));
+}
+const event = new DragEvent('drop', {dataTransfer: transfer, bubbles: true, cancelable: true});
+document.getElementById('stage').dispatchEvent(event);
+"""
+# Keeps every drawing that the page makes an address for.
+KEEP_DRAWINGS = """
+window.drawings = [];
+const make = URL.createObjectURL;
+URL.createObjectURL = (blob) => {
+  if (blob.type === 'image/svg+xml') window.drawings.push(blob);
+  return make(blob);
+};
+"""
+
+
+def start_browser():
+    options = webdriver.ChromeOptions()
+    for option in ("--headless=new", "--no-sandbox", "--disable-gpu", "--window-size=1300,850"):
+        options.add_argument(option)
+    options.binary_location = "/usr/bin/chromium"
+    options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
+    return webdriver.Chrome(service=Service("/usr/bin/chromedriver"), options=options)
+
+
+class PageTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.browser = start_browser()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.browser.quit()
+
+    def setUp(self):
+        self.browser.get(PAGE.as_uri())
+        self.browser.execute_script(KEEP_DRAWINGS)
+
+    def tearDown(self):
+        complaints = [entry["message"] for entry in self.browser.get_log("browser")]
+        self.assertEqual(complaints, [])
+
+    def element(self, name):
+        return self.browser.find_element(By.ID, name)
+
+    def text(self, name):
+        return self.element(name).text
+
+    def wait(self, condition, message=""):
+        WebDriverWait(self.browser, SECONDS, 0.05).until(lambda _: condition(), message)
+
+    def drop(self, *files):
+        content = [[name, base64.b64encode(data).decode()] for name, data in files]
+        self.browser.execute_script(DROP, content)
+
+    def open(self, *files):
+        self.drop(*files)
+        self.wait(lambda: not self.element("progress").is_displayed(), "it is not drawn")
+
+    def place_of(self, x, y, width, height):
+        """The pixels of a point of the page from the middle of the stage."""
+        return self.browser.execute_script(
+            "const page = document.getElementById('sheet').getBoundingClientRect();"
+            "const stage = document.getElementById('stage').getBoundingClientRect();"
+            "const [x, y, width, height] = arguments;"
+            "return [page.x + x / width * page.width - stage.x - stage.width / 2,"
+            "  page.y + (1 - y / height) * page.height - stage.y - stage.height / 2];",
+            x, y, width, height)
+
+    def click(self, x, y, page=(200, 100)):
+        dx, dy = self.place_of(x, y, *page)
+        ActionChains(self.browser).move_to_element_with_offset(
+            self.element("stage"), round(dx), round(dy)).click().perform()
+
+    def marked(self):
+        return [int(item.get_attribute("data-number"))
+                for item in self.browser.find_elements(By.CSS_SELECTOR, "#lines .marked")]
+
+    def outlines(self):
+        return self.browser.find_elements(By.CSS_SELECTOR, "#sheet .found")
+
+    def shoot(self, name):
+        folder = os.environ.get("ORXPRINT_SHOTS")
+        if folder:
+            self.browser.save_screenshot(os.path.join(folder, name + ".png"))
+
+    def test_clicks_lead_to_the_line_and_back(self):
+        self.open(("crossing.eps", CROSSING))
+        cases = [((100, 50), "A stroke, 0.71 mm (2.00 pt) wide", {6, 3}),
+                 ((50, 14), "A fill: drawn by line 8", {8}),
+                 ((100, 90), "Nothing is drawn there", set())]
+        for place, words, lines in cases:
+            with self.subTest(words):
+                self.click(*place)
+                self.wait(lambda words=words: words in self.text("shape"), words)
+                self.assertEqual(set(self.marked()), lines)
+                self.assertEqual(len(self.outlines()), 1 if lines else 0)
+        line = self.browser.find_element(By.CSS_SELECTOR, "#lines li[data-number='8']")
+        line.click()
+        self.wait(lambda: "A fill" in self.text("shape"))
+        self.assertEqual(self.outlines()[0].get_attribute("d"), "M20 10L60 10L60 30Z")
+        self.shoot("click")
+        self.browser.find_element(By.CSS_SELECTOR, "#lines li[data-number='4']").click()
+        self.wait(lambda: "Line 4 itself draws nothing" in self.text("shape"))
+        self.assertIn("next", self.outlines()[0].get_attribute("class"))
+
+    def test_lengths_are_told_and_measured(self):
+        self.open(("crossing.eps", CROSSING))
+        self.assertEqual(self.text("size"), "Page 70.56 × 35.28 mm (200 × 100 pt)")
+        self.element("measure").click()
+        self.click(20, 50)
+        self.assertIn("From", self.text("distance"))
+        self.click(180, 50)
+        distance = float(self.text("distance").split()[1])
+        self.assertAlmostEqual(distance, 160 / 72 * 25.4, delta=0.4)
+
+    def test_everything_can_be_reached_by_keys(self):
+        self.open(("pages.eps", TWO_PAGES))
+        stage = self.element("stage")
+        self.assertEqual(self.text("page-number"), "1 / 2")
+        stage.send_keys(Keys.PAGE_DOWN)
+        self.assertEqual(self.text("page-number"), "2 / 2")
+        before = self.text("zoom")
+        stage.send_keys("++")
+        self.assertNotEqual(self.text("zoom"), before)
+        stage.send_keys("0")
+        self.assertEqual(self.text("zoom"), before)
+        stage.send_keys(Keys.ENTER)  # the middle of the page, where the diagonal runs
+        self.wait(lambda: "A stroke" in self.text("shape"))
+        self.assertEqual(self.marked(), [8])
+        source = self.element("source")
+        source.send_keys(Keys.ARROW_UP * 3, Keys.ENTER)
+        self.wait(lambda: "drawn by line 5" in self.text("shape"))
+        self.assertEqual(self.text("page-number"), "1 / 2")
+        stage.send_keys("m" + Keys.ENTER + Keys.ARROW_RIGHT + Keys.ENTER)
+        self.assertIn("Distance", self.text("distance"))
+
+    def test_what_a_file_says_never_becomes_markup(self):
+        name = "<img src=x onerror=alert(1)>.eps"
+        self.open((name, MARKUP))
+        self.assertEqual(Select(self.element("documents")).first_selected_option.text, name)
+        self.assertIn("<script>alert(2)</script>", self.text("lines"))
+        for tag in ("h1", "#lines img", "#lines script", "header img"):
+            self.assertEqual(self.browser.find_elements(By.CSS_SELECTOR, tag), [], tag)
+
+    def test_a_hostile_file_ends_with_a_message_and_the_next_one_works(self):
+        self.drop(("endless.eps", ENDLESS))
+        self.wait(lambda: self.element("stop").is_displayed())
+        self.element("stop").click()
+        self.assertIn("Stopped", self.text("messages"))
+        damaged = b"\xc5\xd0\xd3\xc6" + b"\xff" * 30
+        self.open(("damaged.eps", damaged))
+        self.assertIn("Cannot be drawn: its preview header", self.text("messages"))
+        self.open(("noise.eps", bytes(range(256)) * 40))
+        self.assertIn("does not begin like a PostScript", self.text("messages"))
+        self.open(("crossing.eps", CROSSING))
+        self.assertEqual(self.text("messages"), "")
+        self.click(100, 50)
+        self.wait(lambda: "A stroke" in self.text("shape"))
+
+    def test_nothing_can_leave_the_page(self):
+        blocked = self.browser.execute_async_script(
+            "const done = arguments[arguments.length - 1];"
+            "document.addEventListener('securitypolicyviolation',"
+            "  (event) => done(event.effectiveDirective), {once: true});"
+            "fetch('https://example.invalid/').catch(() => {});")
+        self.assertEqual(blocked, "connect-src")
+        self.browser.get_log("browser")  # which tells of it, too
+
+    def test_drawings_are_those_of_the_program(self):
+        samples = sorted((ROOT / "samples").glob("*.eps"))
+        with tempfile.TemporaryDirectory() as folder:
+            for sample in samples:
+                with self.subTest(sample.name):
+                    self.compare(sample, pathlib.Path(folder))
+
+    def compare(self, sample, folder):
+        content = sample.read_bytes()
+        self.browser.execute_script("window.drawings = [];")
+        self.open((sample.name, content))
+        self.shoot(sample.stem)
+        drawings = self.browser.execute_async_script(
+            "const done = arguments[arguments.length - 1];"
+            "Promise.all(window.drawings.map((blob) => blob.text())).then(done);")
+        output = folder / (sample.stem + "-%d.svg")
+        subprocess.run([os.environ["ORXPRINT"], "render", str(sample), "-o", str(output)],
+                       check=True)
+        expected = sorted(folder.glob(sample.stem + "-*.svg"))
+        self.assertEqual(len(drawings), len(expected))
+        for drawing, file in zip(drawings, expected):
+            # Images are not compressed in the page.
+            if b"<image" not in drawing.encode():
+                self.assertEqual(drawing, file.read_text(encoding="utf-8"))
+
+
+if __name__ == "__main__":
+    unittest.main()

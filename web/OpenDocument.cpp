@@ -1,0 +1,155 @@
+#include "web/OpenDocument.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+#include "drawing/PageFilter.h"
+#include "drawing/ShapeGatherer.h"
+#include "framework/InputStreams.h"
+#include "host/ORXOMModule.h"
+#include "web/PlacedGenerator.h"
+#include "web/StoredDeflater.h"
+
+namespace orxweb {
+
+namespace {
+
+using orxdrawing::Box;
+using orxdrawing::kPointsPerMillimetre;
+
+constexpr Box kEmptyPage{0, 0, 595, 842};  // A4, for a document that says no size and draws nothing
+
+// A preview in front of the document: a header that says where each part lies, little end first.
+constexpr std::string_view kPreviewMark = "\xC5\xD0\xD3\xC6";
+constexpr std::size_t kPreviewHeaderBytes = 30;
+
+std::uint64_t NumberAt(std::string_view bytes, std::size_t place) {
+  std::uint64_t number = 0;
+  for (std::size_t i = 4; i-- > 0;) {
+    number = number << 8 | static_cast<unsigned char>(bytes[place + i]);
+  }
+  return number;
+}
+
+std::string_view FindPostScript(std::string_view bytes) {
+  if (!bytes.starts_with(kPreviewMark)) return bytes;
+  if (bytes.size() < kPreviewHeaderBytes) {
+    throw std::runtime_error("its preview header is cut short");
+  }
+  const std::uint64_t start = NumberAt(bytes, 4);
+  const std::uint64_t length = NumberAt(bytes, 8);
+  if (start < kPreviewHeaderBytes || length == 0 || start + length > bytes.size()) {
+    throw std::runtime_error("its preview header places the PostScript outside the file");
+  }
+  return bytes.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(length));
+}
+
+orxdrawing::DocumentComments CommentsOf(std::string_view text) {
+  return orxdrawing::ReadComments([text](std::uint64_t place, char* buffer, std::size_t count) {
+    if (place >= text.size()) return std::size_t{0};
+    const std::string_view part = text.substr(static_cast<std::size_t>(place), count);
+    std::memcpy(buffer, part.data(), part.size());
+    return part.size();
+  });
+}
+
+// A line without width and a single dot have an area, too.
+Box AtLeastVisible(Box box) {
+  box.right = std::max(box.right, box.left + 1);
+  box.top = std::max(box.top, box.bottom + 1);
+  return box;
+}
+
+// The pages and the index take the same shapes.
+class Fork final : public orxdrawing::ShapeSink {
+public:
+  Fork(ShapeSink& first, ShapeSink& second) : one(first), other(second) {}
+
+  void NextPage() override {
+    one.NextPage();
+    other.NextPage();
+  }
+  void Draw(const orxdrawing::StrokeShape& stroke) override { DrawBoth(stroke); }
+  void Draw(const orxdrawing::FillShape& fill) override { DrawBoth(fill); }
+  void Draw(const orxdrawing::ImageShape& image) override { DrawBoth(image); }
+
+private:
+  template <typename AnyShape>
+  void DrawBoth(const AnyShape& shape) {
+    one.Draw(shape);
+    other.Draw(shape);
+  }
+
+  ShapeSink& one;
+  ShapeSink& other;
+};
+
+}  // namespace
+
+OpenDocument::OpenDocument(std::string fileBytes)
+    : bytes(std::move(fileBytes)),
+      postScript(FindPostScript(bytes)),
+      comments(CommentsOf(postScript)),
+      index(kPointsPerMillimetre) {
+  offset = static_cast<std::uint64_t>(postScript.data() - bytes.data());
+}
+
+void OpenDocument::Draw(PageReceiver& receiver, Progress progress) {
+  onProgress = std::move(progress);
+  if (NeedsMeasuring()) {
+    orxdrawing::ExtentSink measure(kPointsPerMillimetre);
+    Run(measure);
+    extents = measure.Extents();
+  }
+  const orxdrawing::MakeDeflater store = [](orxdrawing::ByteSink sink) {
+    return std::make_unique<StoredDeflater>(std::move(sink));
+  };
+  PageSink pages(receiver, [this](std::uint32_t page) { return AreaOf(page); },
+                 {kPointsPerMillimetre, store, [this] { return MayGoOn(); }});
+  Fork both(pages, index);
+  Run(both);
+  pages.Finish();
+  lostPoints = pages.LostPoints();
+}
+
+void OpenDocument::Run(orxdrawing::ShapeSink& sink) {
+  orxframework::MemoryInputStream input(postScript);
+  PrintInputStream* const stream = &input;
+  const ORXFactoryFunction factory = ORXFillDictionary::Find("ORXPrintEPSInterpreter");
+  const std::unique_ptr<ORXPrintInterpreter> interpreter(
+      static_cast<ORXPrintInterpreter*>(factory(stream)));
+  auto* const watchable = dynamic_cast<ORXWatchable*>(interpreter.get());
+  if (!watchable) throw std::bad_alloc();
+  orxdrawing::PageFilter filter(sink, orxdrawing::PageFilter::Pages::All, comments.pageStarts);
+  orxdrawing::ShapeGatherer gatherer(filter);
+  PlacedGenerator generator(gatherer, *watchable, index.place);
+  watchable->SetWatcher(this);
+  running = watchable;
+  interpreter->Generate(&generator);
+  running = nullptr;
+  generator.EndStroke();
+  gatherer.Finish();
+  filter.Finish();
+}
+
+bool OpenDocument::MayGoOn() noexcept {
+  const std::uint64_t place = running ? running->Place().token : ORXPlace::kNone;
+  return onProgress(place == ORXPlace::kNone ? 0 : place);
+}
+
+bool OpenDocument::NeedsMeasuring() const {
+  if (comments.box) return false;
+  const std::size_t pages = std::max<std::size_t>(comments.pageComments, 1);
+  return comments.pageBoxes.size() < pages;
+}
+
+Box OpenDocument::AreaOf(std::uint32_t page) const {
+  if (const auto box = comments.BoxOfPage(page + 1)) return *box;
+  if (page < extents.size() && extents[page]) return AtLeastVisible(*extents[page]);
+  return kEmptyPage;
+}
+
+}  // namespace orxweb

@@ -1,0 +1,61 @@
+// A document that is open in the page: drawn once, then asked what lies where.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "drawing/DocumentComments.h"
+#include "drawing/Extent.h"
+#include "host/ORXInterpreterWatcher.h"
+#include "host/ORXPrintInterpreter.h"
+#include "web/PageSink.h"
+#include "web/ShapeIndex.h"
+
+namespace orxweb {
+
+class OpenDocument final : private ORXInterpreterWatcher {
+public:
+  // Told how many bytes of the document have been drawn from; answers whether to go on.
+  using Progress = std::function<bool(std::uint64_t bytes)>;
+
+  explicit OpenDocument(std::string fileBytes);
+  ~OpenDocument() = default;
+  OpenDocument(const OpenDocument&) = delete;
+  OpenDocument& operator=(const OpenDocument&) = delete;
+
+  // Draws all pages. Throws std::bad_alloc, and std::runtime_error where nothing can be drawn.
+  void Draw(PageReceiver& receiver, Progress progress);
+
+  // How the pass ended.
+  [[nodiscard]] const ORXPassEnd& End() const { return end; }
+  // Where the PostScript begins in the file; places count from there.
+  [[nodiscard]] std::uint64_t Offset() const { return offset; }
+  [[nodiscard]] const ShapeIndex& Index() const { return index; }
+  [[nodiscard]] std::uint64_t LostPoints() const { return lostPoints; }
+  [[nodiscard]] bool StartsLikePostScript() const { return comments.startsLikePostScript; }
+
+private:
+  bool MayGoOn() noexcept override;
+  void PassEnded(const ORXPassEnd& passEnd) noexcept override { end = passEnd; }
+
+  // One pass over the document whose pages go to the sink.
+  void Run(orxdrawing::ShapeSink& sink);
+  [[nodiscard]] bool NeedsMeasuring() const;
+  [[nodiscard]] orxdrawing::Box AreaOf(std::uint32_t page) const;
+
+  std::string bytes;
+  std::uint64_t offset = 0;
+  std::string_view postScript;
+  orxdrawing::DocumentComments comments;
+  std::vector<std::optional<orxdrawing::Box>> extents;
+  ShapeIndex index;
+  ORXPassEnd end;
+  Progress onProgress;
+  const ORXWatchable* running = nullptr;
+  std::uint64_t lostPoints = 0;
+};
+
+}  // namespace orxweb
