@@ -20,7 +20,9 @@ constexpr uLong kFewBytes = 1 << 18;
 class ZlibDeflater final : public Deflater {
 public:
   ZlibDeflater(Effort effort, ByteSink byteSink) : sink(std::move(byteSink)) {
-    if (deflateInit(&stream, Z_DEFAULT_COMPRESSION) != Z_OK) throw std::bad_alloc();
+    if (deflateInit(&stream, effort == Effort::Least ? kLittleEffort : Z_DEFAULT_COMPRESSION) !=
+        Z_OK)
+      throw std::bad_alloc();
     spares = effort == Effort::Little;
   }
   ~ZlibDeflater() override { deflateEnd(&stream); }
