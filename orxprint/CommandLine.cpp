@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <sstream>
 #include <utility>
@@ -240,8 +239,10 @@ public:
 
   std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
     try {
-      // The library takes them from the last to the first.
-      app.parse(std::vector<std::string>(arguments.rbegin(), std::prev(arguments.rend())));
+      // The library takes them from the last to the first, without the program's name.
+      std::vector<std::string> options(arguments.rbegin(), arguments.rend());
+      if (!options.empty()) options.pop_back();
+      app.parse(std::move(options));
       if (showsTable) return Answer(OptionTable(app));
       return Finish();
     } catch (const CLI::Success& help) {
