@@ -4,6 +4,8 @@
 
 namespace orxdrawing {
 
+inline constexpr double kPointsPerMillimetre = 72.0 / 25.4;
+
 struct Point {
   double x = 0;
   double y = 0;

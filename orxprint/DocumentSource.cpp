@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "orxprint/Failure.h"
@@ -93,8 +92,7 @@ void DocumentSource::Keep(std::string_view bytes) {
 }
 
 void DocumentSource::MoveToTemporaryFile() {
-  const char* folder = std::getenv("TMPDIR");
-  file = OpenNamelessFile(folder && *folder ? folder : "/tmp");
+  file = OpenNamelessFile(TemporaryFolder());
   if (!file.IsOpen()) throw Failure("cannot be kept in a temporary file: " + ErrorText(errno));
   const int error = WriteAll(file.Number(), kept, {});
   if (error != 0) throw Failure("cannot be kept in a temporary file: " + ErrorText(error));

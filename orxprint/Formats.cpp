@@ -2,18 +2,50 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
+#include "drawing/PdfPicture.h"
+#include "drawing/PngPicture.h"
+#include "drawing/SvgPicture.h"
 #include "orxprint/OutputNames.h"
+#include "orxprint/TemporarySpool.h"
 
 namespace orxprint {
 
 namespace {
 
+using orxdrawing::ByteSink;
+using orxdrawing::Picture;
+
+std::unique_ptr<Picture> MakeSvg(const PictureSettings& settings, ByteSink sink) {
+  return std::make_unique<orxdrawing::SvgPicture>(
+      orxdrawing::SvgSettings{settings.pointsPerUnit, orxdrawing::MakeZlibDeflater,
+                              settings.mayGoOn},
+      std::move(sink));
+}
+
+std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink) {
+  return std::make_unique<orxdrawing::PdfPicture>(
+      orxdrawing::PdfSettings{settings.pointsPerUnit, settings.title, settings.creator,
+                              orxdrawing::MakeZlibDeflater, std::make_shared<TemporarySpool>(),
+                              settings.mayGoOn},
+      std::move(sink));
+}
+
+std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink) {
+  orxdrawing::PngSettings png;
+  png.pointsPerUnit = settings.pointsPerUnit;
+  png.dotsPerInch = settings.dotsPerInch;
+  png.mayGoOn = settings.mayGoOn;
+  png.mostBytes = settings.mostBytes;
+  return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));
+}
+
 constexpr std::array<Format, 4> kFormats = {{
-    {"svg", PagesInFile::One, 0.25, 1400, 100, &WriteSvg},
-    {"pdf", PagesInFile::All, 0.25, 1400, 100, &WritePdf},
-    {"png", PagesInFile::One, 1, 0, 0, &WritePng},
-    {"none", PagesInFile::None, 0, 0, 0, nullptr},
+    {"svg", PagesInFile::One, &MakeSvg},
+    {"pdf", PagesInFile::All, &MakePdf},
+    {"png", PagesInFile::One, &MakePng},
+    {"none", PagesInFile::None, nullptr},
 }};
 
 bool IsSameInAnyCase(std::string_view a, std::string_view b) {

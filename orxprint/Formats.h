@@ -1,29 +1,33 @@
 // The formats of drawings, one row each: adding a format means adding a row and the function that
-// writes it.
+// makes its writer.
 #pragma once
 
-#include <optional>
-#include <span>
+#include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
 
-#include "orxprint/PageWriter.h"
+#include "drawing/Picture.h"
 
 namespace orxprint {
 
 enum class PagesInFile { None, One, All };
 
+// What a drawing is written with, whatever its format.
+struct PictureSettings {
+  double dotsPerInch = 150;
+  double pointsPerUnit = orxdrawing::kPointsPerMillimetre;
+  std::string title;    // UTF-8; may be empty
+  std::string creator;  // UTF-8; may be empty
+  orxdrawing::MayGoOn mayGoOn;
+  std::size_t mostBytes = std::size_t{400} << 20;  // that the picture may take in memory
+};
+
 struct Format {
   std::string_view name;  // as options and file endings have it, without a dot
   PagesInFile pages;      // None: nothing is written
-  // Painting may take this share of the time that interpreting may take, for how much longer it
-  // then takes until the file is complete.
-  double paintingShare;
-  // What is held of the drawing, at most, until the file is complete.
-  std::size_t bytesPerShape;
-  std::size_t bytesPerPoint;
-  // Writes the pages, of which there is one unless the file takes all.
-  Losses (*write)(OutputFile& output, std::span<const PageToWrite> pages,
-                  const WriteSettings& settings);
+  std::unique_ptr<orxdrawing::Picture> (*make)(const PictureSettings& settings,
+                                               orxdrawing::ByteSink sink);
 
   [[nodiscard]] bool WritesFiles() const { return pages != PagesInFile::None; }
 };

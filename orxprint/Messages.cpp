@@ -5,6 +5,7 @@
 #include <new>
 #include <system_error>
 
+#include "drawing/PngPicture.h"
 #include "drawing/Text.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
@@ -41,6 +42,8 @@ Outcome Attempt(std::string_view file, const std::function<Status()>& work) {
     return {work(), {}};
   } catch (const Failure& failure) {
     outcome = {Status::FileFailed, failure.what()};
+  } catch (const orxdrawing::PictureTooLarge& tooLarge) {
+    outcome = {Status::LimitReached, tooLarge.what()};
   } catch (const Stopped& stopped) {
     outcome = {Status::LimitReached, Describe(stopped.reason)};
   } catch (const std::bad_alloc&) {

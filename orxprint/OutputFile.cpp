@@ -8,8 +8,10 @@
 #include <new>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "orxprint/Failure.h"
+#include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
 
 namespace orxprint {
@@ -19,6 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBufferBytes = 1 << 16;
+constexpr std::size_t kMostBytesInMemory = std::size_t{1} << 20;
 constexpr int kMostLinks = 40;
 // Every nameless file stays open until it gets its name; descriptors from here on are left to
 // others.
@@ -84,13 +87,13 @@ void OutputFile::MakeTemporary() {
   const fs::path folder = FolderOf(target);
 #if defined(O_TMPFILE)
   if (access("/proc/self/fd", X_OK) == 0) {
-    file = Descriptor(open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600));
+    file = Descriptor(open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600));
     isNameless = file.IsOpen() && file.Number() < kMostDescriptors;
     if (isNameless) return;
   }
 #endif
   temporary = std::make_unique<TemporaryName>(folder);
-  file = Descriptor(open(temporary->Path().c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600));
+  file = Descriptor(open(temporary->Path().c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0600));
   if (file.IsOpen()) return;
   const int error = errno;
   temporary->Release();
@@ -105,7 +108,43 @@ bool OutputFile::Write(std::string_view bytes) noexcept {
     writeError = ENOMEM;
     return false;
   }
-  return !file.IsOpen() || kept.size() < kBufferBytes || Flush();
+  if (kept.size() < kBufferBytes) return true;
+  if (!file.IsOpen() && kept.size() < kMostBytesInMemory) return true;
+  return HasPlaceForMany() && Flush();
+}
+
+bool OutputFile::HasPlaceForMany() noexcept {
+  if (file.IsOpen()) return true;
+  try {
+    file = OpenNamelessFile(TemporaryFolder());
+    isSpool = file.IsOpen();
+    if (!isSpool) writeError = errno;
+  } catch (const std::exception&) {
+    writeError = ENOMEM;
+  }
+  return isSpool;
+}
+
+template <typename Take>
+int OutputFile::ReadBack(Take take) {
+  std::uint64_t place = 0;
+  std::vector<char> block(file.IsOpen() ? kBufferBytes : 0);
+  while (!block.empty()) {
+    const Transfer read = ReadAt(file.Number(), place, block.data(), block.size());
+    if (read.error != 0) return read.error;
+    if (read.count == 0) break;
+    if (const int error = take(std::string_view(block.data(), read.count))) return error;
+    place += read.count;
+  }
+  return take(kept);
+}
+
+void OutputFile::MoveTo(const std::string& newName) {
+  Require(writeError);
+  OutputFile moved(newName);
+  moved.Require(
+      ReadBack([&](std::string_view bytes) { return moved.Write(bytes) ? 0 : moved.writeError; }));
+  *this = std::move(moved);
 }
 
 bool OutputFile::Flush() noexcept {
@@ -118,6 +157,7 @@ void OutputFile::Close() {
   if (file.IsOpen()) {
     Flush();
     Require(writeError);
+    if (isSpool) return;
     TakeOverRights();
     if (fsync(file.Number()) != 0 && errno != EINVAL) Fail(errno);
     if (!isNameless) writeError = file.Close();
@@ -158,14 +198,15 @@ void OutputFile::Commit(const Deadline& deadline) {
     if (rename(temporary->Path().c_str(), target.c_str()) != 0) Fail(errno);
     temporary->Release();
   }
-  if (kept.empty()) return;
+  if (kept.empty() && !isSpool) return;
   Descriptor opened;
   std::optional<int> reader = DescriptorOfName(name);
   if (!reader) {
     opened = OpenReader(deadline);
     reader = opened.Number();
   }
-  const int error = WriteAll(*reader, kept, deadline);
+  const int error =
+      ReadBack([&](std::string_view bytes) { return WriteAll(*reader, bytes, deadline); });
   if (error == ETIMEDOUT) throw Stopped{Stop::TimeLimit};
   Require(error);
   Require(opened.Close());

@@ -2,7 +2,8 @@
 //
 // Bytes go to a file in the same folder that has no name where the file system allows that, and a
 // random one else; it takes the output's name on Commit and is gone otherwise. An open descriptor
-// ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get their bytes on Commit.
+// ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get their bytes on Commit, until when they
+// are kept: few in memory, more in a temporary file.
 #pragma once
 
 #include <sys/types.h>
@@ -46,10 +47,13 @@ public:
   // Throws Failure when the name cannot be written to.
   explicit OutputFile(std::string outputName);
   OutputFile(OutputFile&&) noexcept = default;
-  OutputFile& operator=(OutputFile&&) = delete;
+  OutputFile& operator=(OutputFile&&) noexcept = default;
   ~OutputFile() = default;
 
   [[nodiscard]] const std::string& Name() const { return name; }
+  // Makes it an output of another name with the bytes of this one. REQUIRES: not closed. Throws
+  // Failure.
+  void MoveTo(const std::string& newName);
   // Returns whether the bytes were taken.
   bool Write(std::string_view bytes) noexcept;
   // No more bytes will come. Throws Failure when some could not be written.
@@ -63,6 +67,12 @@ private:
   void Require(int error) const;
   void MakeTemporary();
   bool Flush() noexcept;
+  // Whether there is a file to put the bytes into from now on.
+  bool HasPlaceForMany() noexcept;
+  // Calls take(bytes) with all that was written, in blocks, until it answers other than 0. Returns
+  // that, or an errno value.
+  template <typename Take>
+  [[nodiscard]] int ReadBack(Take take);
   // The mode and, where the user may, the owner of the file that is replaced.
   void TakeOverRights();
   void NameTheNameless();
@@ -70,7 +80,8 @@ private:
 
   std::string name;
   std::filesystem::path target;  // with symbolic links followed
-  Descriptor file;               // none: the bytes are kept
+  Descriptor file;               // none: the bytes are kept in memory
+  bool isSpool = false;          // the file is a temporary one whose bytes go elsewhere
   std::unique_ptr<TemporaryName> temporary;
   bool isNameless = false;
   std::string kept;  // what is not written yet

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <utility>
 
 #include "orxprint/PageAnswers.h"
 
@@ -21,31 +21,6 @@ std::optional<Box> FromOrigin(const std::optional<PageSize>& size, Units units) 
   return Box{0, 0, points(size->width), points(size->height)};
 }
 
-// The library's page sizes: those of single pages, and the one that serves where they are missing.
-class PageSizes {
-public:
-  PageSizes(Session& session, const std::vector<PageToWrite>& pages, Units sizeUnits)
-      : units(sizeUnits), differ(session.Source().Comments().MentionPageBoxes()) {
-    std::vector<std::uint32_t> numbers;
-    const std::size_t count = differ ? std::min<std::size_t>(pages.size(), kMostAskedPages) : 1;
-    for (std::size_t i = 0; i < count; ++i) numbers.push_back(pages[i].number);
-    answers = session.Ask([numbers](const PageAnswers&) { return numbers; });
-  }
-
-  // REQUIRES: `index` is the page's place among the pages asked about.
-  [[nodiscard]] std::optional<Box> Of(std::size_t index) const {
-    std::optional<Box> own;
-    if (!differ) index = 0;
-    if (index < answers.pages.size()) own = FromOrigin(answers.pages[index].size, units);
-    return own ? own : FromOrigin(answers.size, units);
-  }
-
-private:
-  Units units;
-  bool differ;  // without page boxes one page's answer is every page's
-  PageAnswers answers;
-};
-
 // A line without width and a single dot have an extent, too.
 Box AtLeastVisible(Box box) {
   box.right = std::max(box.right, box.left + kLeastSide);
@@ -53,27 +28,60 @@ Box AtLeastVisible(Box box) {
   return box;
 }
 
+std::optional<Box> Find(const std::map<std::uint32_t, Box>& boxes, std::uint32_t number) {
+  const auto found = boxes.find(number);
+  return found == boxes.end() ? std::nullopt : std::optional(found->second);
+}
+
 }  // namespace
 
-void ChooseAreas(Session& session, Area area, Units units, std::vector<PageToWrite>& pages) {
-  const DocumentComments& comments = session.Source().Comments();
-  std::optional<PageSizes> sizes;
-  for (std::size_t i = 0; i < pages.size(); ++i) {
-    PageToWrite& page = pages[i];
-    std::optional<Box> chosen;
-    if (area == Area::Box) chosen = comments.BoxOfPage(page.number);
-    if (!chosen && area != Area::Drawing) {
-      if (!sizes) sizes.emplace(session, pages, units);
-      chosen = sizes->Of(i);
-    }
-    if (!chosen) {
-      chosen = page.list->Extent(page.page, units.pointsPerUnit);
-      if (chosen) chosen = AtLeastVisible(*chosen);
-    }
-    if (!chosen) chosen = comments.BoxOfPage(page.number);
-    if (!chosen) throw Failure("the document says no size and draws nothing");
-    page.area = *chosen;
+PageAreas::PageAreas(Session& session, Area wantedArea, Units units,
+                     const std::vector<std::uint32_t>& numbers)
+    : area(wantedArea),
+      documentBox(session.Source().Comments().box),
+      pageBoxes(session.Source().Comments().pageBoxes) {
+  const auto isStated = [this](std::uint32_t number) { return StatedAreaOf(number).has_value(); };
+  if (area != Area::Drawing && !std::all_of(numbers.begin(), numbers.end(), isStated)) {
+    AskForSizes(session, units, numbers);
   }
+  needMeasuring = !std::all_of(numbers.begin(), numbers.end(), isStated);
+}
+
+// Without page boxes one page's answer is every page's.
+void PageAreas::AskForSizes(Session& session, Units units, std::vector<std::uint32_t> numbers) {
+  const bool differ = session.Source().Comments().MentionPageBoxes();
+  numbers.resize(std::min<std::size_t>(numbers.size(), differ ? kMostAskedPages : 1));
+  const PageAnswers answers = session.Ask([&numbers](const PageAnswers&) { return numbers; });
+  documentSize = FromOrigin(answers.size, units);
+  for (std::size_t i = 0; i < answers.pages.size(); ++i) {
+    const std::optional<Box> own = FromOrigin(answers.pages[i].size, units);
+    if (own && differ) pageSizes[numbers[i]] = *own;
+    if (own && !differ) documentSize = own;
+  }
+}
+
+void PageAreas::TakeExtent(std::uint32_t number, const std::optional<Box>& extent) {
+  if (extent) extents[number] = AtLeastVisible(*extent);
+}
+
+std::optional<Box> PageAreas::BoxOf(std::uint32_t number) const {
+  const std::optional<Box> own = Find(pageBoxes, number);
+  return own ? own : documentBox;
+}
+
+std::optional<Box> PageAreas::StatedAreaOf(std::uint32_t number) const {
+  if (area == Area::Drawing) return std::nullopt;
+  if (area == Area::Box) {
+    if (const std::optional<Box> box = BoxOf(number)) return box;
+  }
+  const std::optional<Box> size = Find(pageSizes, number);
+  return size ? size : documentSize;
+}
+
+std::optional<Box> PageAreas::Of(std::uint32_t number) const {
+  if (const std::optional<Box> stated = StatedAreaOf(number)) return stated;
+  const std::optional<Box> extent = Find(extents, number);
+  return extent ? extent : BoxOf(number);
 }
 
 }  // namespace orxprint

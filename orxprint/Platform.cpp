@@ -47,6 +47,11 @@ bool IsTerminal(std::FILE* stream) { return isatty(fileno(stream)) != 0; }
 
 void SetEnvironment(const char* name, const char* value) { setenv(name, value, 1); }
 
+std::filesystem::path TemporaryFolder() {
+  const char* folder = std::getenv("TMPDIR");
+  return folder && *folder ? folder : "/tmp";
+}
+
 Descriptor OpenNamelessFile(const std::filesystem::path& folder) {
 #if defined(O_TMPFILE)
   const int nameless = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC | O_EXCL, 0600);

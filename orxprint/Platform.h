@@ -14,6 +14,8 @@ namespace orxprint {
 [[nodiscard]] std::filesystem::path ProgramFile();
 [[nodiscard]] bool IsTerminal(std::FILE* stream);
 void SetEnvironment(const char* name, const char* value);
+// Where temporary files belong: what TMPDIR names, or the system's place.
+[[nodiscard]] std::filesystem::path TemporaryFolder();
 // A new file in the folder, open for reading and writing, that has no name and is gone when it is
 // closed. Not open, with errno set, when there can be none.
 [[nodiscard]] Descriptor OpenNamelessFile(const std::filesystem::path& folder);

@@ -1,12 +1,15 @@
 // The command render: documents drawn into files.
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <utility>
 
-#include "drawing/DisplayRecorder.h"
+#include "drawing/Extent.h"
 #include "drawing/NullGenerator.h"
+#include "drawing/PageFilter.h"
+#include "drawing/ShapeGatherer.h"
 #include "host/ORXPrintPropertiesManager.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
@@ -14,6 +17,7 @@
 #include "orxprint/OutputNames.h"
 #include "orxprint/Outputs.h"
 #include "orxprint/PageAreas.h"
+#include "orxprint/PictureFiles.h"
 #include "orxprint/Session.h"
 
 namespace orxprint {
@@ -22,12 +26,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using orxdrawing::DisplayRecorder;
+using orxdrawing::ExtentSink;
 using orxdrawing::NullGenerator;
+using orxdrawing::PageFilter;
+using orxdrawing::ShapeGatherer;
+using orxdrawing::ShapeSink;
 
-// Under a time limit that was given painting may take as long as interpreting, or this many
-// seconds.
-constexpr double kLeastPaintingSeconds = 2;
+// Whoever reads what is written may take so long at least, whatever the time limit.
+constexpr double kLeastWritingSeconds = 2;
+// What a picture may take however little memory there is.
+constexpr std::uint64_t kLeastPictureBytes = std::uint64_t{28} << 20;
 // More names of pages than this are not looked at before drawing.
 constexpr std::size_t kMostForeseenPages = 10'000;
 
@@ -48,11 +56,8 @@ public:
   Status Work() {
     if (options.pages) selected = SelectPages(*options.pages, PageCount());
     if (format.WritesFiles()) CheckOutputs();
-    Draw();
-    session.TellShortfalls();
-    if (format.WritesFiles()) Write();
-    const Status status = Gravest(session.TellShortfalls(), TellLostContent(session, options));
-    return losses.stop ? Status::LimitReached : status;
+    format.WritesFiles() ? DrawFiles() : Discard();
+    return Gravest(session.TellShortfalls(), TellLostContent(session, options));
   }
 
 private:
@@ -105,106 +110,150 @@ private:
     return stated > 0 ? stated : std::max(session.Source().Comments().pageComments, 1U);
   }
 
-  void Draw() {
-    if (format.WritesFiles()) session.JudgeDrawing();
-    if (!options.pages) return DrawPages(PageSelection::All());
+  // The pages whose areas have to be known.
+  [[nodiscard]] std::vector<std::uint32_t> ForeseenPages() const {
+    if (options.pages) return selected;
+    const std::size_t starts = session.Source().Comments().pageStarts.size();
+    std::vector<std::uint32_t> numbers(std::max<std::size_t>(starts, 1));
+    std::iota(numbers.begin(), numbers.end(), 1U);
+    return numbers;
+  }
+
+  void Discard() {
+    ForEachPass([this](PageSelection selection) {
+      session.DrawUnguarded(selection, session.NewControl(), std::make_shared<NullGenerator>());
+    });
+  }
+
+  // Calls pass(PageSelection) for what one pass of the interpreter draws, until one is stopped.
+  template <typename Pass>
+  void ForEachPass(Pass pass) {
+    if (!options.pages) return pass(PageSelection::All());
     for (const std::uint32_t page : selected) {
-      DrawPages(PageSelection::Only(page));
+      pass(PageSelection::Only(page));
       if (session.Stopping()) return;
     }
   }
 
-  void DrawPages(PageSelection selection) {
-    const auto control = session.NewControl();
-    if (!format.WritesFiles()) {
-      session.DrawUnguarded(selection, control, std::make_shared<NullGenerator>());
-      return;
-    }
-    const auto recorder = std::make_shared<DisplayRecorder>(
-        PaintingBudget(), [&running = *control] { running.StopNow(Stop::MemoryLimit); });
-    session.Draw(selection, control, recorder);
-    const std::shared_ptr<const DisplayList> list(recorder, &recorder->List());
-    if (selection.allPages == 0) {
-      pages.push_back({list, 0, selection.page, {}});
-      return;
-    }
-    for (std::size_t i = 0; i < list->PageCount(); ++i) {
-      if (IsMereEnd(*list, i)) continue;
-      pages.push_back({list, i, static_cast<std::uint32_t>(pages.size() + 1), {}});
-    }
-  }
-
-  [[nodiscard]] DisplayRecorder::Budget PaintingBudget() const {
-    if (memoryLimit == 0) return {};
-    return {
-        static_cast<std::size_t>(memoryLimit - memoryLimit / 4), format.bytesPerShape,
-        format.bytesPerPoint, [limit = memoryLimit](std::size_t bytes) {
-          const double share = static_cast<double>(bytes) / static_cast<double>(limit);
-          return !ORXPrintPropertiesManager::IsLowMemory(kMemoryShare - static_cast<float>(share));
-        }};
-  }
-
-  // Whether a page is blank and begins where the document only says that another one ends.
-  [[nodiscard]] bool IsMereEnd(const DisplayList& list, std::size_t page) const {
-    const std::vector<bool>& starts = session.Source().Comments().pageStarts;
-    return page > 0 && page < starts.size() && !starts[page] && list.ShapesOfPage(page).empty();
-  }
-
-  void Write() {
+  void DrawFiles() {
     const Units units = Units::FromEnvironment();
-    session.Extend(kLeastPaintingSeconds);
-    ChooseAreas(session, options.area, units, pages);
-    WriteFiles({options.dotsPerInch, units.pointsPerUnit, PaintingDeadline()});
-    session.Extend(kLeastPaintingSeconds);
-    for (OutputFile& output : outputs) output.Commit(session.GivenEnd());
-    TellLosses();
+    const auto areas = std::make_shared<PageAreas>(session, options.area, units, ForeseenPages());
+    if (areas->NeedMeasuring()) Measure(*areas, units);
+    const auto files = std::make_shared<PictureFiles>(PictureFiles::Plan{
+        format, Settings(units), outputName,
+        format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()), areas, Labels()});
+    session.JudgeDrawing();
+    ForEachPass([&](PageSelection selection) { Draw(selection, files); });
+    files->Finish();
+    session.TellShortfalls();
+    Commit(*files);
+    TellLosses(*files);
   }
 
-  [[nodiscard]] Deadline PaintingDeadline() const {
-    if (!session.GivenLimit()) return std::nullopt;
-    return DeadlineIn(std::max(*session.GivenLimit(), kLeastPaintingSeconds) *
-                      format.paintingShare);
+  [[nodiscard]] PictureSettings Settings(Units units) const {
+    PictureSettings settings;
+    settings.dotsPerInch = options.dotsPerInch;
+    settings.pointsPerUnit = units.pointsPerUnit;
+    settings.title = session.Source().Comments().title;
+    settings.creator = session.Source().Comments().creator;
+    if (memoryLimit > 0) {
+      settings.mostBytes =
+          std::clamp<std::uint64_t>(memoryLimit, kLeastPictureBytes, settings.mostBytes);
+    }
+    return settings;
   }
 
-  void WriteFiles(const WriteSettings& settings) {
-    const SignOfLife painting(session.Name(), "painting");
-    if (format.pages == PagesInFile::All) return WriteOutput(outputName, pages, settings);
-    const bool isNumbered = IsNumbered(pages.size());
-    if (isNumbered && outputName == "-") {
-      throw Failure(std::to_string(pages.size()) +
+  // Of the pages, for a file that can name them.
+  [[nodiscard]] std::map<std::uint32_t, std::string> Labels() {
+    std::map<std::uint32_t, std::string> labels;
+    if (format.pages != PagesInFile::All || session.Source().Comments().pageComments == 0) {
+      return labels;
+    }
+    std::vector<std::uint32_t> numbers = ForeseenPages();
+    numbers.resize(std::min<std::size_t>(numbers.size(), kMostAskedPages));
+    const PageAnswers answers = session.Ask([&numbers](const PageAnswers&) { return numbers; });
+    for (std::size_t i = 0; i < answers.pages.size(); ++i) {
+      if (answers.pages[i].label) labels[numbers[i]] = *answers.pages[i].label;
+    }
+    return labels;
+  }
+
+  void Measure(PageAreas& areas, Units units) {
+    bool areaIsMissing = false;
+    ForEachPass([&](PageSelection selection) {
+      const auto extents = std::make_shared<ExtentSink>(units.pointsPerUnit);
+      DrawOn(selection, session.NewControlForHalf(), extents);
+      std::uint32_t page = selection.allPages == 0 ? selection.page : 1;
+      for (const std::optional<Box>& extent : extents->Extents()) {
+        areas.TakeExtent(page, extent);
+        if (!areas.Of(page++)) areaIsMissing = true;
+      }
+    });
+    if (!areaIsMissing) return;
+    session.TellShortfalls();
+    throw Failure("the document says no size and draws nothing");
+  }
+
+  void Draw(PageSelection selection, const std::shared_ptr<PictureFiles>& files) {
+    const auto control = session.NewControl();
+    files->BeginRun(control, selection.allPages == 0 ? selection.page : 1);
+    DrawOn(selection, control, files);
+  }
+
+  // Everything that the thread of the run touches is owned by the generator.
+  void DrawOn(PageSelection selection, std::shared_ptr<RunControl> control,
+              std::shared_ptr<ShapeSink> sink) {
+    struct Desk {
+      Desk(std::shared_ptr<ShapeSink> itsSink, PageFilter::Pages pages, std::vector<bool> starts,
+           ShapeGatherer::RoomGauge gauge, std::function<void()> full)
+          : sink(std::move(itsSink)),
+            filter(*sink, pages, std::move(starts)),
+            gatherer(filter, std::move(gauge), std::move(full)) {}
+      std::shared_ptr<ShapeSink> sink;
+      PageFilter filter;
+      ShapeGatherer gatherer;
+    };
+    const bool isOne = selection.allPages == 0;
+    const auto desk = std::make_shared<Desk>(
+        std::move(sink), isOne ? PageFilter::Pages::First : PageFilter::Pages::All,
+        session.Source().Comments().pageStarts, MakeRoomGauge(),
+        [&running = *control] { running.StopNow(Stop::MemoryLimit); });
+    session.Draw(selection, std::move(control),
+                 std::shared_ptr<ShapeGatherer>(desk, &desk->gatherer));
+    desk->gatherer.Finish();
+    desk->filter.Finish();
+  }
+
+  [[nodiscard]] ShapeGatherer::RoomGauge MakeRoomGauge() const {
+    if (memoryLimit == 0) return {};
+    return [limit = memoryLimit](std::size_t bytes) {
+      const double share = static_cast<double>(bytes) / static_cast<double>(limit);
+      return !ORXPrintPropertiesManager::IsLowMemory(kMemoryShare - static_cast<float>(share));
+    };
+  }
+
+  void Commit(PictureFiles& files) {
+    if (outputName == "-" && files.Outputs().size() > 1) {
+      throw Failure(std::to_string(files.PageCount()) +
                     " pages cannot go to standard output in this format: use -f pdf or --page");
     }
-    for (const PageToWrite& page : pages) {
-      WriteOutput(isNumbered ? NumberedName(outputName, page.number) : outputName, {&page, 1},
-                  settings);
+    session.Extend(kLeastWritingSeconds);
+    for (OutputFile& output : files.Outputs()) {
+      allOutputs.Claim(output.Name(), number);
     }
+    for (OutputFile& output : files.Outputs()) output.Commit(session.GivenEnd());
   }
 
-  void WriteOutput(const std::string& name, std::span<const PageToWrite> itsPages,
-                   const WriteSettings& settings) {
-    allOutputs.Claim(name, number);
-    OutputFile& output = outputs.emplace_back(name);
-    const Losses lost = format.write(output, itsPages, settings);
-    output.Close();
-    losses.points += lost.points;
-    losses.images += lost.images;
-    if (lost.stop) losses.stop = lost.stop;
-  }
-
-  void TellLosses() {
-    const bool isBlank = std::all_of(pages.begin(), pages.end(), [](const PageToWrite& page) {
-      return page.list->ShapesOfPage(page.page).empty();
-    });
-    if (isBlank) Warn(session.Name(), "nothing was drawn");
-    if (losses.points > 0) {
-      Warn(session.Name(),
-           "points without finite coordinates left out: " + std::to_string(losses.points));
+  void TellLosses(const PictureFiles& files) const {
+    const std::string& name = session.Name();
+    if (files.IsBlank()) Warn(name, "nothing was drawn");
+    if (files.Lost().points > 0) {
+      Warn(name,
+           "points without finite coordinates left out: " + std::to_string(files.Lost().points));
     }
-    if (losses.images > 0) {
-      Warn(session.Name(),
-           "images without a drawable area left out: " + std::to_string(losses.images));
+    if (files.Lost().images > 0) {
+      Warn(name, "images without a drawable area left out: " + std::to_string(files.Lost().images));
     }
-    if (losses.stop) Tell(session.Name(), "painting " + Describe(*losses.stop));
   }
 
   const RenderOptions& options;
@@ -215,9 +264,6 @@ private:
   Session session;
   std::string outputName;
   std::vector<std::uint32_t> selected;
-  std::vector<PageToWrite> pages;
-  std::vector<OutputFile> outputs;
-  Losses losses;
 };
 
 }  // namespace

@@ -42,6 +42,12 @@ void Session::Extend(double seconds) {
   }
 }
 
+std::shared_ptr<RunControl> Session::NewControlForHalf() const {
+  Deadline half = workEnd;
+  if (half) *half -= std::max(Clock::duration::zero(), *half - Clock::now()) / 2;
+  return std::make_shared<RunControl>(half);
+}
+
 void Session::Interpret(std::shared_ptr<RunControl> control, Work work) {
   // Everything that the thread of the run touches.
   struct Desk {

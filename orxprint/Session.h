@@ -54,9 +54,12 @@ public:
   [[nodiscard]] std::shared_ptr<RunControl> NewControl() const {
     return std::make_shared<RunControl>(workEnd);
   }
+  // The same with half of the time that is left, for a run before another one.
+  [[nodiscard]] std::shared_ptr<RunControl> NewControlForHalf() const;
 
   // From now on what is drawn is judged, all of it together.
   void JudgeDrawing() { judge = std::make_shared<orxdrawing::LossJudge>(); }
+  void StopJudging() { judge.reset(); }
   // What was found; none unless drawing was judged.
   [[nodiscard]] orxdrawing::Findings* Found() { return judge ? &judge->Found() : nullptr; }
 
