@@ -32,7 +32,8 @@ using orxdrawing::PageFilter;
 using orxdrawing::ShapeGatherer;
 using orxdrawing::ShapeSink;
 
-// Whoever reads what is written may take so long at least, whatever the time limit.
+// Painting what is left when a run has ended may take so long at least, whatever the time limit,
+// and so may whoever reads what is written.
 constexpr double kLeastWritingSeconds = 2;
 // What a picture may take however little memory there is.
 constexpr std::uint64_t kLeastPictureBytes = std::uint64_t{28} << 20;
@@ -57,7 +58,8 @@ public:
     if (options.pages) selected = SelectPages(*options.pages, PageCount());
     if (format.WritesFiles()) CheckOutputs();
     format.WritesFiles() ? DrawFiles() : Discard();
-    return Gravest(session.TellShortfalls(), TellLostContent(session, options));
+    const Status status = Gravest(session.TellShortfalls(), TellLostContent(session, options));
+    return isCutShort ? Status::LimitReached : status;
   }
 
 private:
@@ -144,7 +146,7 @@ private:
         format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()), areas, Labels()});
     session.JudgeDrawing();
     ForEachPass([&](PageSelection selection) { Draw(selection, files); });
-    files->Finish();
+    Finish(*files);
     session.TellShortfalls();
     Commit(*files);
     TellLosses(*files);
@@ -232,6 +234,13 @@ private:
     };
   }
 
+  void Finish(PictureFiles& files) {
+    const SignOfLife painting(session.Name(), "painting");
+    session.Extend(kLeastWritingSeconds);
+    files.Finish(session.GivenEnd());
+    isCutShort = files.IsCutShort();
+  }
+
   void Commit(PictureFiles& files) {
     if (outputName == "-" && files.Outputs().size() > 1) {
       throw Failure(std::to_string(files.PageCount()) +
@@ -251,6 +260,7 @@ private:
       Warn(name,
            "points without finite coordinates left out: " + std::to_string(files.Lost().points));
     }
+    if (isCutShort) Tell(name, "painting " + Describe(Stop::TimeLimit));
     if (files.Lost().images > 0) {
       Warn(name, "images without a drawable area left out: " + std::to_string(files.Lost().images));
     }
@@ -264,6 +274,7 @@ private:
   Session session;
   std::string outputName;
   std::vector<std::uint32_t> selected;
+  bool isCutShort = false;  // painting was
 };
 
 }  // namespace
