@@ -324,7 +324,10 @@ private:
   void AddCheck() {
     checkCommand = AddCommand("check", "Tell what will be lost or differ, and where", kCheckFooter);
     checkCommand->add_option("FILE", check.files, "Documents to check")->required();
-    checkCommand->add_flag("--json", check.json, "Print for programs");
+    CLI::Option* json = checkCommand->add_flag("--json", check.json, "Print for programs");
+    checkCommand->add_option("--html", check.html, "Write a page with pictures instead")
+        ->type_name("OUT")
+        ->excludes(json);
     checkCommand->add_option("--pages,--page", raw.checkPages, "Look at these pages only: 1,3-5,7-")
         ->type_name("LIST");
   }
