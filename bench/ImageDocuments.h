@@ -1,4 +1,7 @@
 // Documents that consist of images, for bench/Documents.h: each has at least one.
+//
+// They are made in memory, of about as many bytes as asked for, from a sequence of random numbers
+// that is the same on every machine.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,7 @@
 #include "drawing/Decimals.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace orxdrawing {
@@ -17,6 +19,15 @@ DecimalText::DecimalText(Decimal number) {
   for (; rest > 0; rest /= 10) *--start = static_cast<char>('0' + rest % 10);
   if (start == digits + sizeof digits) *--start = '0';
   if (number.mantissa < 0) *--start = '-';
+}
+
+void AddWidth(TextBuffer& text, float millimetres, NumberForm form) {
+  constexpr double kMostPoints = 1e7;
+  if (!(millimetres > 0)) return text.Add('0');
+  const double points = std::min(millimetres * kPointsPerMillimetre, kMostPoints);
+  const double unit = std::pow(10, std::floor(std::log10(points)) - 5);
+  // The nearest number of six digits, written in single precision, has no more of them.
+  text.AddNumber(static_cast<float>(std::round(points / unit) * unit), form);
 }
 
 void DecimalPoints::Add(TextBuffer& text, float value, NumberForm form) const {

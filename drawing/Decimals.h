@@ -60,6 +60,10 @@ private:
   double pointsPerUnit;
 };
 
+// Adds the width of a stroke, given in millimetres, as points of six digits: what is beyond them is
+// the trace of conversions, and may take a line of a pixel's width across a threshold.
+void AddWidth(TextBuffer& text, float millimetres, NumberForm form);
+
 // The digits of one number: without a zero before the point, and without zeros at the end.
 class DecimalText {
 public:

@@ -22,9 +22,15 @@ public:
   virtual void Finish() = 0;
 };
 
-using MakeDeflater = std::function<std::unique_ptr<Deflater>(ByteSink sink)>;
+// How much time the packing may take.
+enum class Effort {
+  Little,  // for what is printed: more saves little and takes long
+  Normal,
+};
+
+using MakeDeflater = std::function<std::unique_ptr<Deflater>(Effort effort, ByteSink sink)>;
 
 // With zlib. Throws std::bad_alloc, as do the calls of what it gives.
-[[nodiscard]] std::unique_ptr<Deflater> MakeZlibDeflater(ByteSink sink);
+[[nodiscard]] std::unique_ptr<Deflater> MakeZlibDeflater(Effort effort, ByteSink sink);
 
 }  // namespace orxdrawing

@@ -7,9 +7,13 @@
 #include <utility>
 #include <vector>
 
+#include "drawing/Text.h"
+
 namespace orxdrawing {
 
 namespace {
+
+constexpr std::size_t kMostTextBytes = 1000;
 
 bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
@@ -17,6 +21,17 @@ bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool CountsInComment(char c) {
   if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) return true;
   return std::string_view("!#$&*+,-:;=?^_~@`").find(c) != std::string_view::npos;
+}
+
+// A line of text, whose parentheses may stand around it. Characters beyond ASCII are those of
+// Latin 1 unless the whole is UTF-8.
+std::string TextOf(std::string_view text) {
+  while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
+  if (text.size() >= 2 && text.front() == '(' && text.back() == ')') {
+    text = text.substr(1, text.size() - 2);
+  }
+  return orxdrawing::ToUtf8(text.substr(0, kMostTextBytes));
 }
 
 // Takes lines one after the other and gathers what they say.
@@ -65,6 +80,10 @@ private:
       return;
     } else if (comment.starts_with("%%EOF")) {
       ended = true;
+    } else if (comment.starts_with("%%Title:") && comments.title.empty()) {
+      comments.title = TextOf(comment.substr(8));
+    } else if (comment.starts_with("%%Creator:") && comments.creator.empty()) {
+      comments.creator = TextOf(comment.substr(10));
     } else if (comment.starts_with("%%BoundingBox:")) {
       TakeDocumentBox(comment.substr(14));
     } else if (comment.starts_with("%%PageBoundingBox:") && comments.pageComments > 0) {

@@ -20,7 +20,6 @@ constexpr double kMostPoints = 1'000'000;
 constexpr std::size_t kPointsOfFullPath = 50'000;
 // Colours of eight bits are written as such when they are no further off than this.
 constexpr double kSameColour = 0.01;
-constexpr float kGreatestWidth = 1e6F;  // mm
 
 double Clamped(float component) {
   return std::isnan(component) ? 0.0 : std::clamp<double>(component, 0, 1);
@@ -125,8 +124,7 @@ void SvgPicture::BeginStrokes(const StrokeStyle& style) {
   text.Add("<path fill=\"none\" stroke=\"");
   AddColour(style.colour);
   text.Add("\" stroke-width=\"");
-  const DecimalPoints millimetres(kPointsPerMillimetre);
-  millimetres.Add(text, style.width > 0 ? std::min(style.width, kGreatestWidth) : 0.0F);
+  AddWidth(text, style.width, NumberForm::Free);
   if (style.cap == LineCap::Round) text.Add("\" stroke-linecap=\"round");
   if (style.cap == LineCap::Square) text.Add("\" stroke-linecap=\"square");
   text.Add("\" d=\"");

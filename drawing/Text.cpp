@@ -81,4 +81,26 @@ std::string EscapeForTerminal(std::string_view text) {
   return harmless;
 }
 
+std::string ToUtf8(std::string_view text) {
+  bool isUtf8 = true;
+  for (std::string_view rest = text; !rest.empty() && isUtf8;) {
+    const std::size_t length = DecodeFirst(rest).length;
+    isUtf8 = length > 0;
+    rest.remove_prefix(length);
+  }
+  std::string result;
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte < 0x20 || byte == 0x7F) {
+      result += ' ';
+    } else if (byte < 0x80 || isUtf8) {
+      result += character;
+    } else {
+      result += static_cast<char>(0xC0 | byte >> 6);
+      result += static_cast<char>(0x80 | (byte & 0x3F));
+    }
+  }
+  return result;
+}
+
 }  // namespace orxdrawing

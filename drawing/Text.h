@@ -18,4 +18,8 @@ void AppendFloat(std::string& text, float value);
 // stays as it is.
 [[nodiscard]] std::string EscapeForTerminal(std::string_view text);
 
+// The text itself where it is UTF-8, else each byte taken for a character of Latin 1; control
+// characters become spaces.
+[[nodiscard]] std::string ToUtf8(std::string_view text);
+
 }  // namespace orxdrawing

@@ -12,13 +12,13 @@ namespace orxdrawing {
 
 namespace {
 
-// Of what pages are made of, more effort saves little and takes long.
-constexpr int kEffort = 3;
+constexpr int kLittleEffort = 2;
 
 class ZlibDeflater final : public Deflater {
 public:
-  explicit ZlibDeflater(ByteSink byteSink) : sink(std::move(byteSink)) {
-    if (deflateInit(&stream, kEffort) != Z_OK) throw std::bad_alloc();
+  ZlibDeflater(Effort effort, ByteSink byteSink) : sink(std::move(byteSink)) {
+    const int level = effort == Effort::Little ? kLittleEffort : Z_DEFAULT_COMPRESSION;
+    if (deflateInit(&stream, level) != Z_OK) throw std::bad_alloc();
   }
   ~ZlibDeflater() override { deflateEnd(&stream); }
 
@@ -54,8 +54,8 @@ private:
 
 }  // namespace
 
-std::unique_ptr<Deflater> MakeZlibDeflater(ByteSink sink) {
-  return std::make_unique<ZlibDeflater>(std::move(sink));
+std::unique_ptr<Deflater> MakeZlibDeflater(Effort effort, ByteSink sink) {
+  return std::make_unique<ZlibDeflater>(effort, std::move(sink));
 }
 
 }  // namespace orxdrawing

@@ -41,7 +41,10 @@ bool IsKnownFormat(ORXPixelImageFormat format) noexcept {
 
 }  // namespace
 
-void ViolationLog::Retire() { isRetired = true; }
+bool ViolationLog::Retire() {
+  isRetired = true;
+  return Require(callsInProgress == 0, "interpreter", "destroyed from inside a callback");
+}
 
 bool ViolationLog::Require(bool holds, std::string_view call, std::string_view rule) {
   if (!holds && violations.size() < kMaxViolations) {
@@ -75,33 +78,33 @@ int CheckedInputStream::Open(const char* mode) {
   isRewound = false;
   hasPushedBack = false;
   positions.clear();
-  return stream.Open("rb");
+  return PassOn([&] { return stream.Open("rb"); });
 }
 
 int CheckedInputStream::Close() {
   RequireOpen("Close");
   isOpen = false;
-  return stream.Close();
+  return PassOn([&] { return stream.Close(); });
 }
 
 int CheckedInputStream::Read(void* buffer, int count, int* countRead) {
   BeginRead("Read");
   if (!Require(count >= 0, "Read", "the count is negative")) return -1;
   if (!Require(buffer || count == 0, "Read", "there is no buffer")) return -1;
-  return stream.Read(buffer, count, countRead);
+  return PassOn([&] { return stream.Read(buffer, count, countRead); });
 }
 
 int CheckedInputStream::ReadByte(char* byte) {
   BeginRead("ReadByte");
   if (!Require(byte != nullptr, "ReadByte", "there is no place for the byte")) return -1;
-  return stream.ReadByte(byte);
+  return PassOn([&] { return stream.ReadByte(byte); });
 }
 
 int CheckedInputStream::SetPosition(unsigned position) {
   RequireOpen("SetPosition");
   Require(positions.contains(position), "SetPosition", "GetPosition did not give this position");
   hasPushedBack = false;
-  return stream.SetPosition(position);
+  return PassOn([&] { return stream.SetPosition(position); });
 }
 
 int CheckedInputStream::Seek(int offset, int origin) {
@@ -109,42 +112,42 @@ int CheckedInputStream::Seek(int offset, int origin) {
   Require(offset == 0 && (origin == 0 || origin == 2), "Seek", "neither to the start nor the end");
   isRewound = isRewound || (offset == 0 && origin == 0);
   hasPushedBack = false;
-  return stream.Seek(offset, origin);
+  return PassOn([&] { return stream.Seek(offset, origin); });
 }
 
 int CheckedInputStream::UnreadByte(char byte) {
   RequireOpen("UnreadByte");
   Require(!hasPushedBack, "UnreadByte", "a pushed-back byte is waiting");
   hasPushedBack = true;
-  return stream.UnreadByte(byte);
+  return PassOn([&] { return stream.UnreadByte(byte); });
 }
 
 int CheckedInputStream::GetPosition(unsigned* position) {
   RequireOpen("GetPosition");
   if (!Require(position != nullptr, "GetPosition", "there is no place for the position")) return -1;
-  const int status = stream.GetPosition(position);
+  const int status = PassOn([&] { return stream.GetPosition(position); });
   if (status >= 0) positions.insert(*position);
   return status;
 }
 
 int CheckedInputStream::IsReadable() {
   RequireOpen("IsReadable");
-  return stream.IsReadable();
+  return PassOn([&] { return stream.IsReadable(); });
 }
 
 int CheckedInputStream::HasMoreData() {
   RequireOpen("HasMoreData");
-  return stream.HasMoreData();
+  return PassOn([&] { return stream.HasMoreData(); });
 }
 
 int CheckedInputStream::GetState() {
   RequireOpen("GetState");
-  return stream.GetState();
+  return PassOn([&] { return stream.GetState(); });
 }
 
 int CheckedInputStream::ClearEndOfFile() {
   RequireOpen("ClearEndOfFile");
-  return stream.ClearEndOfFile();
+  return PassOn([&] { return stream.ClearEndOfFile(); });
 }
 
 void CheckedGenerator::Step(std::string_view call, unsigned allowedPhases, Phase next) {
@@ -159,53 +162,53 @@ void CheckedGenerator::RequireColorIndex(std::string_view call, int index) {
 
 int CheckedGenerator::NewPage() {
   Step("NewPage", kBetween, kIdle);
-  return generator.NewPage();
+  return PassOn([&] { return generator.NewPage(); });
 }
 
 int CheckedGenerator::DefineColor(int index, float red, float green, float blue) {
   Step("DefineColor", kBetween, kColorDefined);
   RequireColorIndex("DefineColor", index);
-  return generator.DefineColor(index, red, green, blue);
+  return PassOn([&] { return generator.DefineColor(index, red, green, blue); });
 }
 
 int CheckedGenerator::SetLineColor(int index) {
   Step("SetLineColor", kColorDefined, kLineColorSet);
   RequireColorIndex("SetLineColor", index);
-  return generator.SetLineColor(index);
+  return PassOn([&] { return generator.SetLineColor(index); });
 }
 
 int CheckedGenerator::SetLineCap(int cap) {
   Step("SetLineCap", kLineColorSet, kLineCapSet);
   Require(cap == 0 || (cap >= 10 && cap <= 12), "SetLineCap", "there is no such cap");
-  return generator.SetLineCap(cap);
+  return PassOn([&] { return generator.SetLineCap(cap); });
 }
 
 int CheckedGenerator::SetLineWidth(float width) {
   Step("SetLineWidth", kLineCapSet, kStroking);
   Require(width >= 0.0F, "SetLineWidth", "the width is negative or not a number");
-  return generator.SetLineWidth(width);
+  return PassOn([&] { return generator.SetLineWidth(width); });
 }
 
 int CheckedGenerator::MoveTo(float x, float y) {
   Step("MoveTo", kStroking, kStroking);
-  return generator.MoveTo(x, y);
+  return PassOn([&] { return generator.MoveTo(x, y); });
 }
 
 int CheckedGenerator::LineTo(float x, float y) {
   Step("LineTo", kStroking, kStroking);
-  return generator.LineTo(x, y);
+  return PassOn([&] { return generator.LineTo(x, y); });
 }
 
 int CheckedGenerator::SetFillColor(int index) {
   Step("SetFillColor", kColorDefined, kFillColorSet);
   RequireColorIndex("SetFillColor", index);
-  return generator.SetFillColor(index);
+  return PassOn([&] { return generator.SetFillColor(index); });
 }
 
 int CheckedGenerator::SetFillRule(int rule) {
   Step("SetFillRule", kFillColorSet, kFillRuleSet);
   Require(rule == 0 || rule == 1, "SetFillRule", "there is no such rule");
-  return generator.SetFillRule(rule);
+  return PassOn([&] { return generator.SetFillRule(rule); });
 }
 
 int CheckedGenerator::FillArea(int contourCount, int* pointCounts, float* points) {
@@ -215,7 +218,7 @@ int CheckedGenerator::FillArea(int contourCount, int* pointCounts, float* points
   const std::size_t pointCount = PointsIn({pointCounts, static_cast<std::size_t>(contourCount)});
   if (!Require(pointCount != 0, "FillArea", "a contour without points, or too many")) return -1;
   Touch(std::as_bytes(std::span(points, 2 * pointCount)));
-  return generator.FillArea(contourCount, pointCounts, points);
+  return PassOn([&] { return generator.FillArea(contourCount, pointCounts, points); });
 }
 
 int CheckedGenerator::DrawImage(float x, float y, int flags, ORXPixelImage* image) {
@@ -226,7 +229,7 @@ int CheckedGenerator::DrawImage(float x, float y, int flags, ORXPixelImage* imag
   if (!Require(image->ByteCount() != 0, "DrawImage", "the image has no positive size")) return -1;
   if (!Require(image->Pixels() != nullptr, "DrawImage", "the image has no samples")) return -1;
   Touch(std::as_bytes(std::span(image->Pixels(), image->ByteCount())));
-  return generator.DrawImage(x, y, flags, image);
+  return PassOn([&] { return generator.DrawImage(x, y, flags, image); });
 }
 
 }  // namespace orxframework

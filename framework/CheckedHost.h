@@ -3,7 +3,8 @@
 // A checked stream or generator stands in front of another one, passes every call on and notes in
 // words each call that an interpreter must not make: out of order, with arguments that the
 // interface does not allow, or after the interpreter is gone. A call whose arguments cannot be
-// used is noted and not passed on. What stands behind a wrapper is borrowed.
+// used is noted and not passed on. The host's own fault of destroying an interpreter from inside a
+// callback is noted as well, before it does harm. What stands behind a wrapper is borrowed.
 #pragma once
 
 #include <string>
@@ -21,8 +22,10 @@ namespace orxframework {
 class ORX_FRAMEWORK_API ViolationLog {
 public:
   [[nodiscard]] const std::vector<std::string>& Violations() const noexcept { return violations; }
-  // From now on every call is a violation. Called when the interpreter has been destroyed.
-  void Retire();
+  // To be called when the interpreter is about to be destroyed. From now on every call is a
+  // violation, and so is this one from inside a callback of the interpreter. Returns whether the
+  // interpreter may go.
+  bool Retire();
 
 protected:
   ViolationLog() = default;
@@ -32,8 +35,28 @@ protected:
   bool Require(bool holds, std::string_view call, std::string_view rule);
   void RequireInUse(std::string_view call);
 
+  // Passes a call on to what stands behind the wrapper.
+  template <typename Call>
+  int PassOn(const Call& call) {
+    const CallInProgress inProgress(callsInProgress);
+    return call();
+  }
+
 private:
+  // A call that is being passed on, to its end or until an exception leaves it.
+  class CallInProgress {
+  public:
+    explicit CallInProgress(int& itsCount) noexcept : count(itsCount) { ++count; }
+    CallInProgress(const CallInProgress&) = delete;
+    CallInProgress& operator=(const CallInProgress&) = delete;
+    ~CallInProgress() { --count; }
+
+  private:
+    int& count;
+  };
+
   std::vector<std::string> violations;
+  int callsInProgress = 0;
   bool isRetired = false;
 };
 

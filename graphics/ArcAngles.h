@@ -1,4 +1,8 @@
 // Bringing the two angles of an arc in order.
+//
+// An arc runs from its first angle to its last, upwards or downwards, so the last must lie on the
+// right side of the first; documents give it anywhere on the circle. One pure function, used by
+// `arc` and `arcn` before they compute points; angles are in degrees.
 #pragma once
 
 namespace orxeps {

@@ -1,4 +1,8 @@
 // What a counting pass counts: places in the list of counters that a machine raises.
+//
+// The interpreter makes a record at the start of CollectStatistics, lends it to the machine for
+// that pass and turns it into report lines; without a record nothing is counted. An operator's row
+// names the counter that it raises.
 #pragma once
 
 #include <array>

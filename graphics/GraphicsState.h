@@ -47,6 +47,7 @@ struct GraphicsState {
   float blue = 0.0F;
   float lineWidth = 0.1F;    // already in output units
   std::int32_t lineCap = 0;  // 10 butt, 11 projecting square, 12 round; 0 never set
+  std::uint32_t mark = 0;    // a watcher's; nothing here reads it
 };
 
 // A point of single-precision coordinates, as operators take and give them.

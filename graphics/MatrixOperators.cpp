@@ -51,6 +51,20 @@ void ConcatToCtm(Canvas& canvas, const ORXMath3x3Matrix& matrix) noexcept {
   ctm = matrix * ctm;
 }
 
+// Integers count as 0 where only the realValue is read, and what is no number does where numbers
+// are.
+void NoteOddElements(const Machine& machine, const PSObject& array, PSObjectType odd) noexcept {
+  if (!machine.watch.HasListener()) return;
+  for (std::int32_t i = 1; i <= kMatrixElements; ++i) {
+    const PSObject& element = *array.Parts().arrayElements.At(i);
+    const bool isOdd =
+        odd == PSObjectType::Integer
+            ? element.Is(odd) && static_cast<float>(element.intValue) != element.realValue
+            : !element.IsNumber();
+    if (isOdd) return NoteDeparture(machine, ORXNoteKind::IntegerMatrix);
+  }
+}
+
 bool TopIsArray(const Machine& machine) noexcept {
   return machine.operandStack.Top()->Is(PSObjectType::Array);
 }
@@ -77,6 +91,7 @@ ResultCode Concat(Machine& machine, Canvas& canvas) {
   if (elements.Count() != kMatrixElements) {
     return RaiseError(machine, "Operand error : Array size needs to be 6.");
   }
+  NoteOddElements(machine, *array, PSObjectType::None);
   const auto number = [&elements](std::int32_t position) {
     return static_cast<double>(NumberOf(*elements.At(position)));
   };
@@ -117,6 +132,7 @@ ResultCode SetMatrix(Machine& machine, Canvas& canvas) {
     return ResultCode::Ran;
   }
   const PSRef array = TakeOperand(machine);
+  NoteOddElements(machine, *array, PSObjectType::Integer);
   canvas.Current().ctm = MatrixElements(*array).ToMatrix();
   return ResultCode::Ran;
 }
@@ -176,6 +192,7 @@ template <typename Mapping>
 ResultCode MapThroughOperand(Machine& machine, Mapping map) {
   if (!HasOperands(machine, 3)) return StackUnderflow(machine);
   if (!HasMatrixElements(*machine.operandStack.Top())) return ResultCode::NoOperand;
+  NoteOddElements(machine, *machine.operandStack.Top(), PSObjectType::Integer);
   const MatrixElements elements(*TakeOperand(machine));
   const FloatPoint point = TakePoint(machine);
   return PushPoint(machine, map(elements, point));

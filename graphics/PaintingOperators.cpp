@@ -32,11 +32,13 @@ ResultCode SetLineWidth(Machine& machine, Canvas& canvas) {
   constexpr float kDefaultWidth = 0.1F;
   const float width = TakeNumber(machine);
   canvas.Current().lineWidth = width > 0.0F ? width * canvas.unitScale : kDefaultWidth;
+  if (width <= 0.0F) NoteDeparture(machine, ORXNoteKind::Hairline);
   return ResultCode::Ran;
 }
 
 // currentlinewidth -> width, in output units as it is kept
 ResultCode CurrentLineWidth(Machine& machine, Canvas& canvas) {
+  if (canvas.unitScale != 1.0F) NoteDeparture(machine, ORXNoteKind::OutputWidth);
   return PushReal(machine, canvas.Current().lineWidth);
 }
 
@@ -79,12 +81,14 @@ ResultCode SetGray(Machine& machine, Canvas& canvas) {
 
 // x y width height rectclip ->; nothing is clipped, and arrays and strings stay
 ResultCode RectClip(Machine& machine) {
+  NoteDeparture(machine, ORXNoteKind::Ignored);
   if (machine.operandStack.Top()->IsNumber()) machine.operandStack.Drop(4);
   return ResultCode::Ran;
 }
 
 // any setlinejoin|setmiterlimit|setpagedevice ->; nothing is set
 ResultCode IgnoreSetting(Machine& machine) {
+  NoteDeparture(machine, ORXNoteKind::Ignored);
   machine.operandStack.Drop(1);
   return ResultCode::Ran;
 }

@@ -73,6 +73,11 @@ ResultCode ClosePath(Machine& machine, Canvas& canvas) {
 
 // currentpoint -> x y, in device space
 ResultCode CurrentPoint(Machine& machine, Canvas& canvas) {
+  const ORXMathVector first = canvas.Current().ctm.GetFirstColumn();
+  const ORXMathVector second = canvas.Current().ctm.GetSecondColumn();
+  const bool isUserSpace = first.x == 1.0 && first.y == 0.0 && first.z == 0.0 && second.x == 0.0 &&
+                           second.y == 1.0 && second.z == 0.0;
+  if (!isUserSpace) NoteDeparture(machine, ORXNoteKind::DevicePoint);
   return PushPoint(machine, {static_cast<float>(canvas.Current().currentX),
                              static_cast<float>(canvas.Current().currentY)});
 }

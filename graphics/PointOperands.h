@@ -1,4 +1,7 @@
-// Points as operators take and leave them.
+// Points as operators take and leave them: two entries of the operand stack, x below y.
+//
+// Path and matrix operators share these, on top of ps/Operands.h. Nothing is checked here: rows say
+// how many operands there must be, and what is no number counts as 0.
 #pragma once
 
 #include "graphics/GraphicsState.h"

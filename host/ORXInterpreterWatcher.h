@@ -12,6 +12,8 @@
 
 #include <cstdint>
 
+#include "host/ORXNote.h"
+
 // How a pass or a query came to its end.
 enum class ORXPassResult : std::uint32_t {
   Complete = 0,   // the end of the data, or of what was asked for
@@ -44,6 +46,11 @@ public:
   // Told once at the end of each pass and query, before the call that started it returns; not where
   // there was nothing to read from.
   virtual void PassEnded(const ORXPassEnd& end) noexcept = 0;
+  // Whether Noted is to be called; asked when the watcher is set.
+  [[nodiscard]] virtual bool WantsNotes() const noexcept { return false; }
+  // Told where the interpreter does less, or other, than PostScript asks for. The ORXWatchable
+  // answers what it looks like there. It can be told as often as the document runs operators.
+  virtual void Noted(const ORXNote& /*note*/) noexcept {}
 
 protected:
   ~ORXInterpreterWatcher() = default;
@@ -68,6 +75,20 @@ public:
   // Where a pass is: to be asked on the thread that runs it, from a call on the generator or on the
   // watcher, as often as one likes. Outside of a pass both members are kNone.
   [[nodiscard]] virtual ORXPlace Place() const noexcept = 0;
+  // The operands, 0 the top one; an operand of no type below the last.
+  [[nodiscard]] virtual ORXOperand Operand(std::int32_t fromTop) const noexcept = 0;
+  [[nodiscard]] virtual ORXGraphics Graphics() const noexcept = 0;
+  // Takes time that grows with the path.
+  [[nodiscard]] virtual ORXExtent PathExtent() const noexcept = 0;
+  // Whether the procedure at that place of the operand stack would run, or any that it would run,
+  // an operator or an unknown name that the test holds for. Looks at a bounded number of elements.
+  [[nodiscard]] virtual bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept = 0;
+  // The same of the procedure that the name stands for, and of the innermost that runs.
+  [[nodiscard]] virtual bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept = 0;
+  [[nodiscard]] virtual bool RunningRunsAny(ORXNameTest& test) noexcept = 0;
+  // Leaves a mark in the current graphics state, which is saved and restored with it and means
+  // nothing to the interpreter. 0 in a new interpreter.
+  virtual void SetMark(std::uint32_t mark) noexcept = 0;
 
 protected:
   ~ORXWatchable() = default;

@@ -1,4 +1,8 @@
-// The framework's list of report lines. Positions count from 1; lines are kept by value.
+// The framework's list of report lines, as CollectStatistics fills it.
+//
+// The host makes it, empty or not, and owns it; lines are appended and kept by value. Positions
+// count from 1. The texts count their holders without locks, so a list stays on the thread of the
+// interpreter that filled it; another thread gets the bytes (ORXUnicodeString::ToUtf8).
 #pragma once
 
 #include <cstddef>
@@ -14,6 +18,7 @@ public:
   [[nodiscard]] const ORXUnicodeString& At(std::size_t position) const noexcept {
     return lines[position - 1];
   }
+  // Throws std::bad_alloc and changes nothing when memory runs out.
   void Append(ORXUnicodeString line) { lines.push_back(std::move(line)); }
 
 private:

@@ -1,4 +1,8 @@
 // The raster formats library: turns a decoded bitmap into a pixel image.
+//
+// The interpreter's fax filter hands over the bitmap that CCITT_G4_dec has written and takes the
+// samples out of the image again (ORXPixelImage::ExtractData). Hosts need none of this. Safe on any
+// number of threads.
 #pragma once
 
 #include <cstdint>
@@ -6,6 +10,7 @@
 #include "host/ORXFrameworkApi.h"
 #include "host/ORXPixelImage.h"
 
+// What the bitmap was decoded from.
 enum class ORXMMediaImageType : int { Fax = 4 };
 
 // What a conversion may depend on; a format derives its own options from this.

@@ -1,9 +1,18 @@
 // A rectangle of samples, as interpreters hand it to a generator.
 //
-// Rows follow each other from the first to the last, each padded to whole bytes, samples of a pixel
-// side by side. An image built over a caller's buffer borrows it: the caller releases the buffer
-// when it has no more use for the image. Images that the library makes itself own their samples
-// and are counted: whoever receives one calls Release.
+// Layout: rows follow each other from the first to the last, each padded to whole bytes; the
+// samples of a pixel lie side by side, those of a row without gaps. Byte `i` of row `r` is
+//   Pixels()[r * RowBytes(Width(), Format()) + i]
+// and ByteCount() bytes are there. Of one-bit samples, pixel x of a row is bit 7 - x % 8 of its
+// byte x / 8; the bits behind the last pixel mean nothing.
+//
+// Ownership: an image built over a caller's buffer borrows it; the caller releases the buffer when
+// it has no more use for the image. Images that the library makes itself own their samples and are
+// counted, at 1 to begin with: whoever receives one calls Release. Counts are plain numbers, so an
+// image stays on one thread.
+//
+// A generator is lent an image for the time of DrawImage. What it wants to keep it copies, with
+// CreateCopy or byte by byte. Running out of memory answers null or 0; nothing throws.
 #pragma once
 
 #include <cstddef>
@@ -19,6 +28,7 @@ enum class ORXPixelImageFormat : int {
   Bilevel1 = 4,  // one bit per pixel, high bit first, 1 black
 };
 
+// Who releases the samples that an image is built over: always the caller.
 enum class ORXDeallocatePixels : int { KeepWithCaller = 2 };
 
 class ORX_FRAMEWORK_API ORXPixelImage {
@@ -26,29 +36,33 @@ public:
   // Over `pixels`, which has RowBytes(width, format) * height bytes and stays the caller's.
   ORXPixelImage(int width, int height, ORXPixelImageFormat format, unsigned char* pixels,
                 ORXDeallocatePixels deallocate) noexcept;
+  // Shows the same samples, shared or borrowed as those of `other`, and is counted by itself.
   ORXPixelImage(const ORXPixelImage& other) noexcept;
   // Shares the samples if `other` owns them, else borrows what it borrows.
   ORXPixelImage& operator=(const ORXPixelImage& other) noexcept;
   ~ORXPixelImage();
 
+  // For counted images only: takes a reference.
   void AddRef() noexcept;
   // For counted images only: gives up a reference, the last one deletes the image.
   void Release() noexcept;
 
-  // The size of one pixel in output units; negative sizes mirror.
+  // The size of one pixel in output units, 1 to begin with; negative sizes mirror. What documents
+  // ask for may be 0 or not finite.
   void SetXPixelSize(float size) noexcept;
   void SetYPixelSize(float size) noexcept;
   [[nodiscard]] float GetXPixelSize() const noexcept;
   [[nodiscard]] float GetYPixelSize() const noexcept;
 
-  // Reverses the order of the rows in place. Returns 1, or 0 when the image has no rows.
+  // Reverses the order of the rows, in the caller's buffer too; samples that other images share are
+  // copied first. Returns 1, or 0 when the image has no rows or there is no memory for the copy.
   int InvertLineProgression() noexcept;
   // Whether the rows run upwards: their order is the reverse of what it was when the image was
   // made. A device draws the first row of such an image at the bottom, so that it shows the same
   // picture.
   [[nodiscard]] bool LinesRunUpwards() const noexcept;
-  // A new counted image, this one turned by 180 degrees; null for any other angle and when memory
-  // runs out.
+  // A new counted image, this one turned by 180 degrees, with samples of its own and the same pixel
+  // sizes; null for any other angle and when memory runs out.
   [[nodiscard]] ORXPixelImage* CreateRotatedImage(int degrees) const noexcept;
 
   // Makes the pixels ready to be taken; called once before ExtractData.
@@ -58,9 +72,11 @@ public:
   // arguments are (0, 1).
   [[nodiscard]] unsigned char* ExtractData(int first, int second) noexcept;
 
+  // In pixels, as given when it was made; not positive for an image that nobody draws.
   [[nodiscard]] int Width() const noexcept;
   [[nodiscard]] int Height() const noexcept;
   [[nodiscard]] ORXPixelImageFormat Format() const noexcept;
+  // The first row; null after ExtractData has given the samples away.
   [[nodiscard]] const unsigned char* Pixels() const noexcept;
   // Bytes in all rows together; 0 when the image has no positive size.
   [[nodiscard]] std::size_t ByteCount() const noexcept;

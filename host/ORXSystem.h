@@ -1,5 +1,9 @@
 // Services of the foundation library that reach outside the process: the environment and the
 // locale.
+//
+// Interpreters look at one variable, "ORXPrintOpenPSToMM": exactly "0" makes their output units
+// PostScript units instead of millimetres. They ask when they are built and again at each stroke,
+// so a host does not change it while one lives. A host sets it through framework/Environment.h.
 #pragma once
 
 #include "host/ORXFrameworkApi.h"

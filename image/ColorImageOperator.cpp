@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "image/ImageNotes.h"
 #include "image/ImageOperators.h"
 #include "image/ImagePlacement.h"
 #include "ps/InputReader.h"
@@ -39,6 +40,7 @@ struct ColorImageOperands {
   std::array<SampleSource, kMaxSources> sources;  // the one nearest the top first
   std::int32_t integersMet = 0;
   int limit = kMaxOperandsTaken;
+  std::optional<std::array<double, 6>> matrix;  // matters to watchers only
 };
 
 DecodeFilter* FilterOfElement(FilterSet& filters, const PSObject& procedure,
@@ -73,6 +75,8 @@ void NoteOperand(FilterSet& filters, ColorImageOperands& operands, const PSObjec
   SampleLayout& layout = operands.layout;
   if (operand.Is(PSObjectType::Integer)) {
     NoteInteger(operands, operand.intValue);
+  } else if (operand.Is(PSObjectType::Array)) {
+    operands.matrix = MatrixOf(&operand);
   } else if (operand.Is(PSObjectType::Boolean)) {
     operands.limit = OperandLimit(operand.boolValue != 0, operands);
   } else if (operand.Is(PSObjectType::Procedure) &&
@@ -107,13 +111,17 @@ public:
     bool canRead = false;
     for (std::size_t k = 0; k < sources.size(); ++k) {
       blocks[k] = {};
-      if (!CanRead(sources[k].reader) || !input.IsReadable()) continue;
-      canRead = true;
-      ReadBlock(sources[k], blocks[k]);
+      if (CanRead(sources[k].reader) && input.IsReadable()) {
+        canRead = true;
+        ReadBlock(sources[k], blocks[k]);
+      }
+      gaveAll = gaveAll && !blocks[k].IsEmpty();
     }
     return canRead;
   }
 
+  // Whether every source gave something each time.
+  [[nodiscard]] bool GaveAll() const noexcept { return gaveAll; }
   // Byte i of source k goes to place (row * row length + i) * step + k, if that lies in `samples`.
   void StoreRow(std::span<unsigned char> samples, std::size_t row, std::size_t step) const {
     for (std::size_t k = 0; k < sources.size(); ++k) {
@@ -148,6 +156,7 @@ private:
   InputReader& input;
   const std::span<const SampleSource> sources;
   std::array<ByteBuffer, kMaxSources> blocks;
+  bool gaveAll = true;
   std::size_t rowLength = 0;  // of the last block that was decoded, in this row or an earlier one
 };
 
@@ -168,6 +177,7 @@ std::optional<ORXPixelImageFormat> FormatOf(std::int32_t components) noexcept {
 struct ColorSamples {
   bool handedBack = false;  // there is an image, even if it has no layout that could be drawn
   ByteBuffer bytes;         // empty for an image that cannot be drawn
+  bool isComplete = false;  // every row of every source could be decoded
 };
 
 // Makes room for the samples. One source may bring any components, several bring one each; three
@@ -197,6 +207,7 @@ ColorSamples ReadColorImageSamples(Machine& machine, InputReader& input, const S
   for (std::int32_t row = 0; row < layout.height && reader.ReadRow(); ++row) {
     reader.StoreRow(samples.bytes.Bytes(), static_cast<std::size_t>(row), step);
   }
+  samples.isComplete = reader.GaveAll();
   return samples;
 }
 
@@ -238,6 +249,24 @@ void DrawUpright(Machine& machine, Canvas& canvas, const SampleLayout& layout, s
 
 }  // namespace
 
+namespace {
+
+void NoteColorImage(const Machine& machine, const Canvas& canvas,
+                    const ColorImageOperands& operands, const ColorSamples& samples) {
+  if (!machine.watch.HasListener()) return;
+  const SampleLayout& layout = operands.layout;
+  if (samples.bytes.IsEmpty() || operands.bitsPerComponent != 8) {
+    return NoteDeparture(machine, ORXNoteKind::ImageSkipped, "its layout");
+  }
+  if (!samples.isComplete) NoteDeparture(machine, ORXNoteKind::ImageUndecodable);
+  if (operands.matrix) {
+    NotePlacement(machine, canvas, ImageLanding::Upright, *operands.matrix, layout.width,
+                  layout.height);
+  }
+}
+
+}  // namespace
+
 // width height bits matrix proc1 ... procn bool n colorimage ->; when it fails, the last operand
 // that it looked at stays
 ResultCode ColorImage(Machine& machine, Canvas& canvas, FilterSet& filters) {
@@ -249,6 +278,7 @@ ResultCode ColorImage(Machine& machine, Canvas& canvas, FilterSet& filters) {
   const auto sources = std::span<const SampleSource>(operands.sources)
                            .first(static_cast<std::size_t>(layout.sourceCount));
   ColorSamples samples = ReadColorImageSamples(machine, filters.document, layout, sources);
+  if (canvas.HasGenerator()) NoteColorImage(machine, canvas, operands, samples);
   if (!samples.handedBack) return ResultCode::NoOperand;
   if (!samples.bytes.IsEmpty() && operands.bitsPerComponent == 8 && canvas.HasGenerator()) {
     ORXPixelImage image(layout.width, layout.height, *FormatOf(layout.components),

@@ -30,8 +30,12 @@ bool TopIs(const Machine& machine, PSObjectType type) noexcept {
 // file (parameters) name filter -> the same file, the filter attached behind those it has
 ResultCode Filter(Machine& machine, FilterSet& filters) {
   if (!TopIs(machine, PSObjectType::Name)) return ResultCode::Failed;
-  DecodeFilter* filter = filters.ForName(TakeOperand(machine)->nameText.View());
-  if (!filter) return ResultCode::Failed;
+  const PSRef name = TakeOperand(machine);
+  DecodeFilter* filter = filters.ForName(name->nameText.View());
+  if (!filter) {
+    NoteDeparture(machine, ORXNoteKind::FilterUnknown, name->nameText.View());
+    return ResultCode::Failed;
+  }
   if (TopIs(machine, PSObjectType::Dictionary)) {
     filter->SetParameters(TakeOperand(machine)->Parts().dictEntries);
   }

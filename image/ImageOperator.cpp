@@ -2,6 +2,7 @@
 // the samples that follow in the input are decoded.
 
 #include "image/DecodeFilters.h"
+#include "image/ImageNotes.h"
 #include "image/ImageOperators.h"
 #include "image/ImagePlacement.h"
 #include "ps/Dictionaries.h"
@@ -70,12 +71,15 @@ std::optional<ORXPixelImageFormat> ChooseFormat(const ImageDescription& descript
 void DrawSamples(Machine& machine, Canvas& canvas, const ImageDescription& description,
                  ByteBuffer samples) {
   const std::optional<ORXPixelImageFormat> format = ChooseFormat(description);
-  if (!format || description.width <= 0 || description.height <= 0) return;
+  if (!format || description.width <= 0 || description.height <= 0) {
+    return NoteDeparture(machine, ORXNoteKind::ImageSkipped, format ? "its size" : "its depth");
+  }
   const auto bytes = LayoutBytes(description.width, description.height, *format);
   if (!bytes) {
     RaiseError(machine, "limitcheck");
     return;
   }
+  NoteSampleCount(machine, samples.Length(), *bytes);
   if (*format == ORXPixelImageFormat::Bilevel1) {
     for (unsigned char& byte : samples.Bytes()) byte = static_cast<unsigned char>(~byte);
   }
@@ -90,14 +94,38 @@ void DrawSamples(Machine& machine, Canvas& canvas, const ImageDescription& descr
 
 }  // namespace
 
+namespace {
+
+void NoteImage(const Machine& machine, const Canvas& canvas, const ORXHashDico& entries,
+               const ImageDescription& description) {
+  NoteDescription(machine, entries, description.dataSource->Parts().fileFilters.Items(),
+                  description.bitsPerComponent);
+  if (const auto matrix = MatrixOf(DictLocate(entries, "ImageMatrix"))) {
+    NotePlacement(machine, canvas, ImageLanding::AsUsual, *matrix, description.width,
+                  description.height);
+  }
+}
+
+}  // namespace
+
 // dictionary image ->; the samples are read whether or not they can be drawn
 ResultCode Image(Machine& machine, Canvas& canvas) {
-  if (!machine.operandStack.Top()->Is(PSObjectType::Dictionary)) return ResultCode::Ran;
+  if (!machine.operandStack.Top()->Is(PSObjectType::Dictionary)) {
+    NoteDeparture(machine, ORXNoteKind::ImageSkipped, "its operands");
+    return ResultCode::Ran;
+  }
   const PSRef dictionary = TakeOperand(machine);
   const ImageDescription description(dictionary->Parts().dictEntries);
-  if (!description.dataSource) return ResultCode::Ran;
+  if (!description.dataSource) {
+    NoteDeparture(machine, ORXNoteKind::ImageSkipped, "its data source");
+    return ResultCode::Ran;
+  }
   ByteBuffer samples = ReadSamples(*description.dataSource);
+  if (samples.IsEmpty()) NoteDeparture(machine, ORXNoteKind::ImageUndecodable);
   if (!samples.IsEmpty() && canvas.HasGenerator()) {
+    if (machine.watch.HasListener()) {
+      NoteImage(machine, canvas, dictionary->Parts().dictEntries, description);
+    }
     DrawSamples(machine, canvas, description, std::move(samples));
   }
   return ResultCode::Ran;

@@ -4,13 +4,16 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
+#include <iterator>
 #include <limits>
 #include <sstream>
 #include <utility>
 
+#include "orxprint/Files.h"
 #include "orxprint/Messages.h"
+#include "orxprint/OptionTable.h"
+#include "orxprint/Platform.h"
+#include "orxprint/PluginChecks.h"
 #include "orxprint/StandardOutput.h"
 
 namespace orxprint {
@@ -26,21 +29,35 @@ constexpr const char* kFooter =
     "  orxprint render part.eps -o part.pdf\n"
     "  orxprint render scan.eps -f png -r 300 --area drawing\n"
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
+    "  orxprint check *.eps\n"
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2\n"
+    "  orxprint plugin --check\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
     "A FILE of - is standard input; an output of - is standard output.\n"
     "\n"
     "Exit status: 0 all went well; 1 a file could not be read or drawn (the others are\n"
-    "done); 2 wrong usage; 4 a limit was met (what was drawn is written); 5 the plug-in could\n"
+    "done); 2 wrong usage; 3 content is missing or wrong (check, render --strict); 4 a limit was "
+    "met (what was drawn is written); 5 the plug-in could\n"
     "not be loaded.";
 
 constexpr const char* kRenderFooter =
     "The format follows OUT's ending unless -f is given; it is svg without either. Without -o the\n"
     "output stands beside the input under its name with the new ending; OUT may be a folder.\n"
     "PDF takes all pages in one file. Several pages of SVG or PNG are numbered, as in name-2.svg,\n"
-    "or where OUT has %d or %03d. Output appears under its name only when it is complete.";
+    "or where OUT has %d or %03d. Output appears under its name only when it is complete.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint render part.eps -o part.pdf\n"
+    "  orxprint render *.eps -f png -r 300 -o pictures/\n"
+    "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-";
+
+constexpr const char* kCheckFooter =
+    "Interprets and draws nothing. Prints one line for a document of which nothing is lost;\n"
+    "otherwise what is lost or differs, the gravest first, with the lines of its PostScript\n"
+    "section. docs/check.md lists every kind. Ends with 3 when content is missing or wrong.\n"
+    "With --json: an array with an object for each file, as docs/check.schema.json says.";
 
 constexpr const char* kInfoFooter =
     "With --json: an array with an object for each file, in the order given: version (1), file,\n"
@@ -49,11 +66,28 @@ constexpr const char* kInfoFooter =
     "closedPaths}.\n"
     "A file that could not be read has null for all of it and the key error; one that a limit\n"
     "stopped has the key stopped, one that met a limit of the interpreter limitMet {error, byte},\n"
-    "and one of more pages than were asked about pagesAsked.";
+    "and one of more pages than were asked about pagesAsked.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint info part.eps\n"
+    "  orxprint info *.eps --json";
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
-    "named by the size and CRC-32 of their samples.";
+    "named by the size and CRC-32 of their samples.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint trace part.eps --page 2\n"
+    "  orxprint trace scan.eps --samples";
+
+constexpr const char* kPluginFooter =
+    "Loads the plug-in, draws and asks with it, and prints a line for each check. Each runs in a\n"
+    "process of its own and may take 60 seconds, or what --time-limit says. Exit status: 0 all\n"
+    "hold; 1 one does not; 5 there is no such file.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint plugin --check\n"
+    "  orxprint plugin --check build/release/lib/ORXPrintEPSInterpreter.so --only load,stop";
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
@@ -64,7 +98,10 @@ struct RawOptions {
   std::string timeLimit;
   std::string format;
   std::string pages;
+  std::string checkPages;
   std::string area = "box";
+  bool isQuiet = false;
+  bool isVerbose = false;
 };
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& text,
@@ -108,10 +145,14 @@ Area ParseArea(const std::string& text) {
   return Area::Drawing;
 }
 
-bool IsFolder(const std::string& name) {
-  std::error_code error;
-  return std::filesystem::is_directory(name, error);
+std::optional<PageList> ParsePages(const std::string& text) {
+  if (text.empty()) return std::nullopt;
+  auto pages = ParsePageList(text);
+  if (!pages) Refuse("--pages", text, "a list of pages such as 1,3-5,7-");
+  return pages;
 }
+
+bool IsFolder(const std::string& name) { return StatusOf(PathOf(name)).kind == FileKind::Folder; }
 
 const Format& ChooseFormat(const std::string& text, const RenderOptions& render) {
   if (!text.empty()) {
@@ -124,6 +165,13 @@ const Format& ChooseFormat(const std::string& text, const RenderOptions& render)
   if (IsFolder(render.output)) return DefaultFormat();
   throw CLI::ValidationError("--output", "the ending of '" + render.output +
                                              "' says no format: use .svg, .pdf or .png, or -f");
+}
+
+void RequireThere(const Format& format) {
+  if (format.IsThere()) return;
+  throw CLI::ValidationError("--format", "this build of orxprint writes no " +
+                                             std::string(format.name) +
+                                             ": it lacks the library for it");
 }
 
 void RequireOneStandardInput(const std::vector<std::string>& files) {
@@ -145,23 +193,29 @@ public:
   Parser() {
     app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
     app.footer(kFooter);
+    app.allow_windows_style_options(false);  // "/part.eps" names a file there, too
+    app.add_flag("--option-table", showsTable, "For the manual page and completions")->group("");
     app.require_subcommand(0, 1);  // none is refused below, in better words
     AddCommonOptions(app);
     AddRender();
+    AddCheck();
     AddInfo();
     AddTrace();
+    AddPlugin();
   }
 
-  std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
+  std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
     try {
-      app.parse(argumentCount, arguments);
+      // The library takes them from the last to the first.
+      app.parse(std::vector<std::string>(arguments.rbegin(), std::prev(arguments.rend())));
+      if (showsTable) return Answer(OptionTable(app));
       return Finish();
     } catch (const CLI::Success& help) {
       return PrintAnswer(help);
     } catch (const CLI::ParseError& error) {
       Tell(error.what());
-      HintAtNamesWithDash(argumentCount, arguments);
-      std::fputs("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n", stderr);
+      HintAtNamesWithDash(arguments);
+      WriteToStandardError("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n");
       return Status::WrongUsage;
     }
   }
@@ -170,20 +224,22 @@ private:
   Status PrintAnswer(const CLI::Success& help) {
     std::ostringstream text;
     app.exit(help, text, text);
+    return Answer(text.str());
+  }
+
+  static Status Answer(const std::string& text) {
     StandardOutput output({});
-    if (output.Write(text.str())) return Status::Done;
+    if (output.Write(text)) return Status::Done;
     Tell("cannot write standard output: " + ErrorText(output.Error()));
     return Status::FileFailed;
   }
 
   // A file's name that begins with a dash is taken for options.
-  static void HintAtNamesWithDash(int argumentCount, const char* const* arguments) {
-    for (int i = 1; i < argumentCount; ++i) {
-      const std::string argument = arguments[i];
-      std::error_code error;
-      if (argument.size() < 2 || argument[0] != '-' || !std::filesystem::exists(argument, error)) {
-        continue;
-      }
+  static void HintAtNamesWithDash(const std::vector<std::string>& arguments) {
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+      const std::string& argument = arguments[i];
+      if (argument.size() < 2 || argument[0] != '-') continue;
+      if (StatusOf(PathOf(argument)).kind == FileKind::None) continue;
       Tell(argument, "to name this file, write ./" + argument);
     }
   }
@@ -214,9 +270,8 @@ private:
     renderCommand = AddCommand("render", "Draw documents as SVG, PDF or PNG", kRenderFooter);
     renderCommand->add_option("FILE", render.files, "Documents to draw")->required();
     renderCommand->add_option("-o,--output", render.output, "Where to draw to")->type_name("OUT");
-    renderCommand
-        ->add_option("-f,--format", raw.format, "svg, pdf, png, or none: interpret and discard")
-        ->type_name("FORMAT");
+    renderCommand->add_option("-f,--format", raw.format, "The format; none interprets and discards")
+        ->type_name("svg|pdf|png|none");
     renderCommand->add_option("-r,--resolution", render.dotsPerInch, "Dots per inch of a PNG (150)")
         ->type_name("DPI")
         ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
@@ -226,6 +281,17 @@ private:
         ->add_option("--area", raw.area,
                      "Show the document's box, the page from its origin, or the drawing's extent")
         ->type_name("box|page|drawing");
+    renderCommand->add_flag("--strict", render.strict, "End with status 3 when content is lost");
+    renderCommand->add_flag("-q,--quiet", raw.isQuiet, "Tell of errors only");
+    renderCommand->add_flag("-v,--verbose", raw.isVerbose, "List what is lost or differs");
+  }
+
+  void AddCheck() {
+    checkCommand = AddCommand("check", "Tell what will be lost or differ, and where", kCheckFooter);
+    checkCommand->add_option("FILE", check.files, "Documents to check")->required();
+    checkCommand->add_flag("--json", check.json, "Print for programs");
+    checkCommand->add_option("--pages,--page", raw.checkPages, "Look at these pages only: 1,3-5,7-")
+        ->type_name("LIST");
   }
 
   void AddInfo() {
@@ -241,12 +307,52 @@ private:
     traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
   }
 
+  void AddPlugin() {
+    pluginCommand = app.add_subcommand("plugin", "Check a build of the plug-in");
+    pluginCommand->footer(kPluginFooter);
+    pluginCommand->add_option("--check", plugin.file, "Check this one, or the usual one")
+        ->type_name("[PATH]")
+        ->expected(0, 1);
+    pluginCommand->add_flag("--list", plugin.list, "Print the checks and what they look at");
+    pluginCommand->add_option("--only", plugin.only, "Make these checks only, names with commas")
+        ->type_name("NAME")
+        ->delimiter(',')
+        ->check([](const std::string& name) { return ComplainOfCheck(name); });
+    pluginCommand->add_option("--time-limit", raw.timeLimit, "Time for each check")
+        ->type_name("SECONDS");
+    pluginCommand->add_flag("--in-this-process", plugin.inThisProcess)->group("");
+  }
+
+  // Nothing when there is a check of that name.
+  static std::string ComplainOfCheck(const std::string& name) {
+    for (const PluginCheck& check : PluginChecks()) {
+      if (name == check.name) return {};
+    }
+    return "'" + name + "' is no check: see orxprint plugin --list";
+  }
+
+  PluginOptions FinishPlugin() const {
+    if (pluginCommand->count("--check") == 0 && !plugin.list) {
+      throw CLI::ParseError("plugin: --check or --list is required", CLI::ExitCodes::RequiredError);
+    }
+    if (!common.units.empty() || common.memoryLimit != 0) {
+      throw CLI::ValidationError("plugin", "--units and --memory-limit do nothing here");
+    }
+    return plugin;
+  }
+
   Request Finish() {
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, info or trace",
+      throw CLI::ParseError("a command is required: render, check, info, trace or plugin",
                             CLI::ExitCodes::RequiredError);
+    }
+    if (pluginCommand->parsed()) return {common, FinishPlugin()};
+    if (checkCommand->parsed()) {
+      RequireOneStandardInput(check.files);
+      check.pages = ParsePages(raw.checkPages);
+      return {common, check};
     }
     if (infoCommand->parsed()) {
       RequireOneStandardInput(info.files);
@@ -256,29 +362,34 @@ private:
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
+    RequireThere(*render.format);
     RequireOneOutputForEach(render);
-    if (!raw.pages.empty()) {
-      render.pages = ParsePageList(raw.pages);
-      if (!render.pages) Refuse("--pages", raw.pages, "a list of pages such as 1,3-5,7-");
-    }
+    render.pages = ParsePages(raw.pages);
+    if (raw.isVerbose) render.telling = Telling::All;
+    if (raw.isQuiet) render.telling = Telling::ErrorsOnly;
     return {common, render};
   }
 
   CLI::App app{kDescription, "orxprint"};
   CLI::App* renderCommand = nullptr;
+  CLI::App* checkCommand = nullptr;
   CLI::App* infoCommand = nullptr;
   CLI::App* traceCommand = nullptr;
+  CLI::App* pluginCommand = nullptr;
+  bool showsTable = false;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
+  CheckOptions check;
   InfoOptions info;
   TraceOptions trace;
+  PluginOptions plugin;
 };
 
 }  // namespace
 
-std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments) {
-  return Parser().Parse(argumentCount, arguments);
+std::variant<Request, Status> ParseCommandLine(const std::vector<std::string>& arguments) {
+  return Parser().Parse(arguments);
 }
 
 }  // namespace orxprint

@@ -32,6 +32,9 @@ struct CommonOptions {
   TimeLimit timeLimit;
 };
 
+// What is told of content that is lost.
+enum class Telling { ErrorsOnly, OneWarning, All };
+
 struct RenderOptions {
   std::vector<std::string> files;
   std::string output;  // empty: beside the input
@@ -39,6 +42,15 @@ struct RenderOptions {
   double dotsPerInch = 150;
   std::optional<PageList> pages;  // none: all
   Area area = Area::Box;
+  Telling telling = Telling::OneWarning;
+  bool strict = false;
+};
+
+struct CheckOptions {
+  std::vector<std::string> files;
+  bool json = false;
+  std::string html;               // empty: none
+  std::optional<PageList> pages;  // none: all
 };
 
 struct InfoOptions {
@@ -52,13 +64,22 @@ struct TraceOptions {
   bool samples = false;
 };
 
+// Checks a build of the plug-in.
+struct PluginOptions {
+  std::string file;  // empty: as the common options say
+  bool list = false;
+  std::vector<std::string> only;  // names of checks; empty: all
+  bool inThisProcess = false;     // for the one check that a child is to make
+};
+
 struct Request {
   CommonOptions common;
-  std::variant<RenderOptions, InfoOptions, TraceOptions> command;
+  std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions, PluginOptions> command;
 };
 
 // The request, or the status to end with when help was given or the usage was wrong; the person
 // has then been told.
-std::variant<Request, Status> ParseCommandLine(int argumentCount, const char* const* arguments);
+// REQUIRES: the arguments are UTF-8, the program's name first.
+std::variant<Request, Status> ParseCommandLine(const std::vector<std::string>& arguments);
 
 }  // namespace orxprint

@@ -9,9 +9,13 @@ namespace orxprint {
 
 [[nodiscard]] Status Render(const Plugin& plugin, const CommonOptions& common,
                             const RenderOptions& options);
+[[nodiscard]] Status Check(const Plugin& plugin, const CommonOptions& common,
+                           const CheckOptions& options);
 [[nodiscard]] Status Info(const Plugin& plugin, const CommonOptions& common,
                           const InfoOptions& options);
 [[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,
                            const TraceOptions& options);
+// Loads the plug-in in child processes only. Throws NoPlugin when there is no file to load.
+[[nodiscard]] Status CheckPlugin(const CommonOptions& common, const PluginOptions& options);
 
 }  // namespace orxprint

@@ -1,5 +1,6 @@
 // An open file of the operating system, and the few ways in which this program reads and writes
-// one: at a place of its own, or waiting no longer than a deadline for the other end.
+// one: at a place of its own, or waiting no longer than a deadline for the other end. Bytes are
+// never translated, except that consoles are shown text.
 #pragma once
 
 #include <chrono>
@@ -8,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 namespace orxprint {
@@ -43,6 +45,9 @@ struct Transfer {
   int error = 0;
 };
 
+// Another descriptor of standard input; not open, with errno set, when there is none.
+[[nodiscard]] Descriptor OpenStandardInput();
+
 // Bytes of a file from `offset` on; fewer than asked for at its end or before an error.
 [[nodiscard]] Transfer ReadAt(int file, std::uint64_t offset, char* buffer, std::size_t size);
 // The bytes that are there, at least one unless the other end is closed; EAGAIN when there are none
@@ -52,15 +57,17 @@ struct Transfer {
 // Whether the file can be read without waiting, looked at for at most `patience`.
 [[nodiscard]] bool WaitForInput(int file, std::chrono::milliseconds patience);
 
-// Writes everything and answers 0, or the errno value. Waits for a slow reader no longer than to
-// the deadline: ETIMEDOUT.
+// Writes everything and answers 0, or the errno value. What a console shows is UTF-8. Waits for a
+// slow reader no longer than to the deadline: ETIMEDOUT.
 [[nodiscard]] int WriteAll(int file, std::string_view bytes, const Deadline& deadline);
 
 // The number behind names that mean a descriptor of this process, such as /dev/stdout and
-// /dev/fd/3; "-" is standard output.
+// /dev/fd/3 where the system has such; "-" is standard output.
 [[nodiscard]] std::optional<int> DescriptorOfName(std::string_view name);
 
 // An errno value in words.
-[[nodiscard]] std::string ErrorText(int error);
+[[nodiscard]] inline std::string ErrorText(int error) {
+  return std::generic_category().message(error);
+}
 
 }  // namespace orxprint

@@ -71,12 +71,16 @@ Document::Document(std::string fileName, RunControl& control)
       section(FindPostScript(*source)) {
   const orxdrawing::ByteReader read = [&](std::uint64_t place, char* buffer, std::size_t count) {
     control.Require();
-    if (place >= section.length) return std::size_t{0};
-    count = static_cast<std::size_t>(std::min<std::uint64_t>(count, section.length - place));
-    return source->Read(section.offset + place, buffer, count);
+    return Read(place, buffer, count);
   };
   comments = std::make_shared<const DocumentComments>(orxdrawing::ReadComments(read));
   RequireUnchanged();
+}
+
+std::size_t Document::Read(std::uint64_t place, char* buffer, std::size_t count) const {
+  if (place >= section.length) return 0;
+  count = static_cast<std::size_t>(std::min<std::uint64_t>(count, section.length - place));
+  return source->Read(section.offset + place, buffer, count);
 }
 
 std::unique_ptr<DocumentStream> Document::MakeStream(RunControl& control) const {

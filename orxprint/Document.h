@@ -51,6 +51,11 @@ public:
   [[nodiscard]] bool IsStandardInput() const { return name == "-"; }
   [[nodiscard]] const DocumentComments& Comments() const { return *comments; }
 
+  // Where the PostScript section begins in the file.
+  [[nodiscard]] std::uint64_t Offset() const { return section.offset; }
+  // Bytes of the section from a place in it on; fewer at its end and where they cannot be read.
+  std::size_t Read(std::uint64_t place, char* buffer, std::size_t count) const;
+
   // A new stream at the start of the document.
   [[nodiscard]] std::unique_ptr<DocumentStream> MakeStream(RunControl& control) const;
   // Throws Failure when not all that was read is what the document held when it was opened.

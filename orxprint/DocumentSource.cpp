@@ -1,17 +1,11 @@
 #include "orxprint/DocumentSource.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "orxprint/Failure.h"
-#include "orxprint/Platform.h"
+#include "orxprint/Files.h"
 
 namespace orxprint {
 
@@ -29,39 +23,34 @@ constexpr auto kLook = std::chrono::milliseconds(50);
 
 [[noreturn]] void FailToRead(int error) { throw Failure("cannot be read: " + ErrorText(error)); }
 
-bool IsSameTime(const std::timespec& a, const std::timespec& b) {
-  return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
-}
-
 }  // namespace
 
 DocumentSource::DocumentSource(const std::string& name, RunControl& control) {
   if (name == "-") {
-    file = Descriptor(dup(STDIN_FILENO));
+    file = OpenStandardInput();
     if (!file.IsOpen()) FailToRead(errno);
   } else {
     OpenFile(name);
   }
-  struct stat status {};
-  if (fstat(file.Number(), &status) != 0) FailToRead(errno);
-  if (S_ISDIR(status.st_mode)) throw Failure("is a directory");
-  if (!S_ISREG(status.st_mode)) {
+  const FileStatus status = StatusOf(file.Number());
+  if (status.error != 0) FailToRead(status.error);
+  if (status.kind == FileKind::Folder) throw Failure("is a directory");
+  if (status.kind != FileKind::Regular) {
     ReadThrough(control);
     return;
   }
   canChange = true;
-  length = status.st_size;
-  changed = status.st_mtim;
+  length = status.size;
+  changed = status.changed;
   // Standard input may stand in the middle of a file, and is read to its end.
-  const off_t place = lseek(file.Number(), 0, SEEK_CUR);
-  origin = static_cast<std::uint64_t>(std::clamp<off_t>(place, 0, length));
-  size = static_cast<std::uint64_t>(length) - origin;
-  if (name == "-") lseek(file.Number(), 0, SEEK_END);
+  origin = std::min(PlaceIn(file.Number()), length);
+  size = length - origin;
+  if (name == "-") MoveToEnd(file.Number());
 }
 
 void DocumentSource::OpenFile(const std::string& name) {
   // A pipe without a writer would keep the opening waiting; the waiting is done where it can end.
-  file = Descriptor(open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  file = OpenToRead(PathOf(name));
   if (!file.IsOpen()) FailToOpen(errno);
 }
 
@@ -93,8 +82,7 @@ void DocumentSource::Keep(std::string_view bytes) {
 }
 
 void DocumentSource::MoveToTemporaryFile() {
-  const char* folder = std::getenv("TMPDIR");
-  file = OpenNamelessFile(folder && *folder ? folder : "/tmp");
+  file = OpenNamelessFile(TemporaryFolder());
   if (!file.IsOpen()) throw Failure("cannot be kept in a temporary file: " + ErrorText(errno));
   const int error = WriteAll(file.Number(), kept, {});
   if (error != 0) throw Failure("cannot be kept in a temporary file: " + ErrorText(error));
@@ -117,9 +105,9 @@ std::size_t DocumentSource::Read(std::uint64_t offset, char* buffer, std::size_t
 void DocumentSource::Require() const {
   if (readError != 0) FailToRead(readError);
   if (!canChange) return;
-  struct stat status {};
-  if (fstat(file.Number(), &status) != 0) FailToRead(errno);
-  if (status.st_size == length && IsSameTime(status.st_mtim, changed)) return;
+  const FileStatus status = StatusOf(file.Number());
+  if (status.error != 0) FailToRead(status.error);
+  if (status.size == length && status.changed == changed) return;
   throw Failure("was changed while it was read");
 }
 

@@ -9,7 +9,6 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
-#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -44,8 +43,8 @@ private:
   std::uint64_t size = 0;
   bool canChange = false;
   // Of a file that can change: its length and when it was changed last.
-  std::int64_t length = 0;
-  std::timespec changed{};
+  std::uint64_t length = 0;
+  std::int64_t changed = 0;
   std::atomic<int> readError = 0;
 };
 

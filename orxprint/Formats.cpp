@@ -5,8 +5,12 @@
 #include <utility>
 
 #include "drawing/SvgPicture.h"
-#include "orxprint/CairoPicture.h"
 #include "orxprint/OutputNames.h"
+#if ORXPRINT_DRAWS_EVERYTHING
+#  include "drawing/PdfPicture.h"
+#  include "drawing/PngPicture.h"
+#  include "orxprint/TemporarySpool.h"
+#endif
 
 namespace orxprint {
 
@@ -22,16 +26,36 @@ std::unique_ptr<Picture> MakeSvg(const PictureSettings& settings, ByteSink sink)
       std::move(sink));
 }
 
-template <CairoPicture::Write kWrite>
-std::unique_ptr<Picture> MakeCairo(const PictureSettings& settings, ByteSink sink) {
-  return std::make_unique<CairoPicture>(
-      kWrite, WriteSettings{settings.dotsPerInch, settings.pointsPerUnit, {}}, std::move(sink));
+#if ORXPRINT_DRAWS_EVERYTHING
+
+std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink) {
+  return std::make_unique<orxdrawing::PdfPicture>(
+      orxdrawing::PdfSettings{settings.pointsPerUnit, settings.title, settings.creator,
+                              orxdrawing::MakeZlibDeflater, std::make_shared<TemporarySpool>(),
+                              settings.mayGoOn},
+      std::move(sink));
 }
 
+std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink) {
+  orxdrawing::PngSettings png;
+  png.pointsPerUnit = settings.pointsPerUnit;
+  png.dotsPerInch = settings.dotsPerInch;
+  png.mayGoOn = settings.mayGoOn;
+  png.mostBytes = settings.mostBytes;
+  return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));
+}
+
+#else
+
+constexpr decltype(Format::make) MakePdf = nullptr;
+constexpr decltype(Format::make) MakePng = nullptr;
+
+#endif
+
 constexpr std::array<Format, 4> kFormats = {{
-    {"svg", PagesInFile::One, &MakeSvg},
-    {"pdf", PagesInFile::All, &MakeCairo<&WritePdf>},
-    {"png", PagesInFile::One, &MakeCairo<&WritePng>},
+    {"svg", PagesInFile::One, MakeSvg},
+    {"pdf", PagesInFile::All, MakePdf},
+    {"png", PagesInFile::One, MakePng},
     {"none", PagesInFile::None, nullptr},
 }};
 

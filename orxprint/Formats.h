@@ -20,15 +20,19 @@ struct PictureSettings {
   std::string title;    // UTF-8; may be empty
   std::string creator;  // UTF-8; may be empty
   orxdrawing::MayGoOn mayGoOn;
+  std::size_t mostBytes = std::size_t{400} << 20;  // that the picture may take in memory
 };
 
 struct Format {
   std::string_view name;  // as options and file endings have it, without a dot
   PagesInFile pages;      // None: nothing is written
+  // Null where nothing is written, and in builds without the library for it.
   std::unique_ptr<orxdrawing::Picture> (*make)(const PictureSettings& settings,
                                                orxdrawing::ByteSink sink);
 
   [[nodiscard]] bool WritesFiles() const { return pages != PagesInFile::None; }
+  // Whether this build of the program can write it.
+  [[nodiscard]] bool IsThere() const { return !WritesFiles() || make; }
 };
 
 // The format that serves when nothing is said.

@@ -26,10 +26,16 @@ public:
     return control.Enter([&] { inner.LineTo(x, y); });
   }
   int FillArea(int contourCount, int* pointCounts, float* points) override {
-    return control.Enter([&] { inner.FillArea(contourCount, pointCounts, points); });
+    return control.Enter([&] {
+      if (control.WantsNotes()) control.judge->Filling(*control.watched);
+      inner.FillArea(contourCount, pointCounts, points);
+    });
   }
   int DrawImage(float x, float y, int flags, ORXPixelImage* image) override {
-    return control.Enter([&] { inner.DrawImage(x, y, flags, image); });
+    return control.Enter([&] {
+      if (control.WantsNotes()) control.judge->DrawingImage(x, y, *image, *control.watched);
+      inner.DrawImage(x, y, flags, image);
+    });
   }
   int DefineColor(int index, float red, float green, float blue) override {
     return control.Enter([&] { inner.DefineColor(index, red, green, blue); });
@@ -41,7 +47,10 @@ public:
     return control.Enter([&] { inner.SetFillColor(index); });
   }
   int SetLineWidth(float width) override {
-    return control.Enter([&] { inner.SetLineWidth(width); });
+    return control.Enter([&] {
+      if (control.WantsNotes()) control.judge->Stroking(*control.watched);
+      inner.SetLineWidth(width);
+    });
   }
   int SetLineCap(int cap) override {
     return control.Enter([&] { inner.SetLineCap(cap); });

@@ -5,6 +5,7 @@
 #include <new>
 #include <system_error>
 
+#include "drawing/PngPicture.h"
 #include "drawing/Text.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
@@ -20,7 +21,7 @@ constexpr auto kBetweenLooks = std::chrono::milliseconds(500);
 
 void WriteLine(std::string line) {
   line += '\n';
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  WriteToStandardError(line);
 }
 
 }  // namespace
@@ -41,6 +42,8 @@ Outcome Attempt(std::string_view file, const std::function<Status()>& work) {
     return {work(), {}};
   } catch (const Failure& failure) {
     outcome = {Status::FileFailed, failure.what()};
+  } catch (const orxdrawing::PictureTooLarge& tooLarge) {
+    outcome = {Status::LimitReached, tooLarge.what()};
   } catch (const Stopped& stopped) {
     outcome = {Status::LimitReached, Describe(stopped.reason)};
   } catch (const std::bad_alloc&) {
@@ -56,7 +59,7 @@ Progress::Progress(std::string_view file, std::string_view itsActivity)
     : name(EscapeForTerminal(file)), activity(itsActivity), wanted(IsTerminal(stderr)) {}
 
 Progress::~Progress() {
-  if (visible) std::fwrite(kWipeLine.data(), 1, kWipeLine.size(), stderr);
+  if (visible) WriteToStandardError(kWipeLine);
 }
 
 void Progress::Show(std::optional<unsigned> percent) {
@@ -68,7 +71,7 @@ void Progress::Show(std::optional<unsigned> percent) {
   std::string line(kWipeLine);
   line += "orxprint: " + name + ": " + activity + ", " + std::to_string(seconds) + " s";
   if (percent) line += ", " + std::to_string(*percent) + " % read";
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  WriteToStandardError(line);
 }
 
 // A sign that cannot be given is no reason to stop.

@@ -1,12 +1,9 @@
 // An output that appears under its name only when it is complete and on the disk.
 //
-// Bytes go to a file in the same folder that has no name where the file system allows that, and a
-// random one else; it takes the output's name on Commit and is gone otherwise. An open descriptor
-// ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get their bytes on Commit, until when they
-// are kept: few in memory, more in a temporary file.
+// Bytes go to a pending file in the same folder, which takes the output's name on Commit and is
+// gone otherwise. An open descriptor ("-", "/dev/stdout", "/dev/fd/3"), a pipe and a device get
+// their bytes on Commit, until when they are kept: few in memory, more in a temporary file.
 #pragma once
-
-#include <sys/types.h>
 
 #include <compare>
 #include <filesystem>
@@ -16,17 +13,10 @@
 #include <string_view>
 
 #include "orxprint/Descriptor.h"
-#include "orxprint/TemporaryNames.h"
+#include "orxprint/Files.h"
+#include "orxprint/PendingFile.h"
 
 namespace orxprint {
-
-// What tells one file from another, under whatever name.
-struct FileIdentity {
-  dev_t device = 0;
-  ino_t number = 0;
-
-  friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
-};
 
 // None when there is no such file.
 [[nodiscard]] std::optional<FileIdentity> IdentityOf(const std::string& name);
@@ -65,26 +55,22 @@ public:
 private:
   [[noreturn]] void Fail(int error) const;
   void Require(int error) const;
-  void MakeTemporary();
   bool Flush() noexcept;
   // Whether there is a file to put the bytes into from now on.
   bool HasPlaceForMany() noexcept;
+  // The file that the bytes go to; none while they are kept in memory.
+  [[nodiscard]] std::optional<int> Place() const;
   // Calls take(bytes) with all that was written, in blocks, until it answers other than 0. Returns
   // that, or an errno value.
   template <typename Take>
   [[nodiscard]] int ReadBack(Take take);
-  // The mode and, where the user may, the owner of the file that is replaced.
-  void TakeOverRights();
-  void NameTheNameless();
   [[nodiscard]] Descriptor OpenReader(const Deadline& deadline) const;
 
   std::string name;
-  std::filesystem::path target;  // with symbolic links followed
-  Descriptor file;               // none: the bytes are kept in memory
-  bool isSpool = false;          // the file is a temporary one whose bytes go elsewhere
-  std::unique_ptr<TemporaryName> temporary;
-  bool isNameless = false;
-  std::string kept;  // what is not written yet
+  std::filesystem::path target;       // with symbolic links followed
+  std::unique_ptr<PendingFile> file;  // none: the bytes go to a reader
+  Descriptor spool;                   // for those of which there are many
+  std::string kept;                   // what is not written yet
   int writeError = 0;
 };
 

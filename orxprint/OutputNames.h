@@ -1,4 +1,7 @@
 // The names of the files that drawings go to.
+//
+// Pure functions on text: where a name's ending is, and where a page number goes. What a name means
+// to the file system is for OutputFile.h and Outputs.h.
 #pragma once
 
 #include <cstddef>

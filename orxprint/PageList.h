@@ -1,4 +1,7 @@
 // Lists of pages as people write them: "1,3-5,7-".
+//
+// Parsed before any document is opened, and applied to each document's page count afterwards, since
+// an open range ends where the document does.
 #pragma once
 
 #include <cstdint>

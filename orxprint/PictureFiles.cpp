@@ -8,7 +8,14 @@
 namespace orxprint {
 
 PictureFiles::PictureFiles(Plan drawingPlan) : plan(std::move(drawingPlan)) {
-  plan.settings.mayGoOn = [this] { return control->MayGoOn(); };
+  plan.settings.mayGoOn = [this] { return MayGoOn(); };
+}
+
+// What a run that was stopped has drawn is painted all the same.
+bool PictureFiles::MayGoOn() {
+  if (!isFinishing) return control->MayGoOn();
+  if (finishEnd && Clock::now() >= *finishEnd) isCutShort = true;
+  return !isCutShort;
 }
 
 void PictureFiles::BeginRun(std::shared_ptr<RunControl> runControl, std::uint32_t number) {
@@ -63,7 +70,9 @@ void PictureFiles::NameFirst(const std::string& name) {
   if (outputs.front().Name() != name) outputs.front().MoveTo(name);
 }
 
-void PictureFiles::Finish() {
+void PictureFiles::Finish(const Deadline& deadline) {
+  isFinishing = true;
+  finishEnd = deadline;
   Attempt([this] { EndFile(); });
   if (failure) std::rethrow_exception(failure);
   if (outputs.size() > 1) return;

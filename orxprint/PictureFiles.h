@@ -43,8 +43,11 @@ public:
   void Draw(const orxdrawing::FillShape& fill) override { DrawAny(fill); }
   void Draw(const orxdrawing::ImageShape& image) override { DrawAny(image); }
 
-  // Completes the pictures and closes their outputs. Throws what ended the drawing, and Failure.
-  void Finish();
+  // Completes the pictures and closes their outputs; what is not painted at the deadline stays
+  // away. Throws what ended the drawing, and Failure. REQUIRES: no run is going on.
+  void Finish(const Deadline& deadline);
+  // Whether that deadline left something away.
+  [[nodiscard]] bool IsCutShort() const { return isCutShort; }
 
   [[nodiscard]] std::deque<OutputFile>& Outputs() { return outputs; }
   [[nodiscard]] std::size_t PageCount() const { return pageCount; }
@@ -52,6 +55,7 @@ public:
   [[nodiscard]] const orxdrawing::PictureLosses& Lost() const { return losses; }
 
 private:
+  [[nodiscard]] bool MayGoOn();
   void BeginPage(std::uint32_t number);
   void BeginFile();
   void EndFile();
@@ -78,6 +82,9 @@ private:
 
   Plan plan;
   std::shared_ptr<RunControl> control;
+  bool isFinishing = false;
+  Deadline finishEnd;
+  bool isCutShort = false;
   std::uint32_t page = 0;
   std::uint32_t firstPage = 0;  // of all
   std::size_t pageCount = 0;

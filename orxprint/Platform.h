@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <thread>
-
-#include "orxprint/Descriptor.h"
+#include <vector>
 
 namespace orxprint {
 
@@ -14,10 +14,6 @@ namespace orxprint {
 [[nodiscard]] std::filesystem::path ProgramFile();
 [[nodiscard]] bool IsTerminal(std::FILE* stream);
 void SetEnvironment(const char* name, const char* value);
-// A new file in the folder, open for reading and writing, that has no name and is gone when it is
-// closed. Not open, with errno set, when there can be none.
-[[nodiscard]] Descriptor OpenNamelessFile(const std::filesystem::path& folder);
-
 // Gives a thread only the time that no other has use for. Does nothing where the system offers no
 // way to do so.
 void LowerPriority(std::thread& thread) noexcept;
@@ -27,16 +23,24 @@ void LowerPriority(std::thread& thread) noexcept;
 // program to say.
 void KeepFreedMemory() noexcept;
 
-// A dynamic library. It stays loaded until the program ends, for what it registered points into it.
+// A dynamic library. It stays loaded until the program ends or closes it: what it registered points
+// into it.
 struct OpenedLibrary {
   void* handle = nullptr;
   std::string error;  // why there is no handle
 };
 [[nodiscard]] OpenedLibrary OpenLibrary(const std::filesystem::path& file);
+[[nodiscard]] bool CloseLibrary(void* library);
 // The address of an exported function; null for anything else, data of that name included.
 [[nodiscard]] void* FindFunction(void* library, const char* name);
 
 // The path seen from the root. A working folder that is gone leaves it as it is, behind "./".
 [[nodiscard]] std::filesystem::path AbsolutePath(const std::filesystem::path& path);
+
+// The arguments that the program was started with, its name first, in UTF-8. Patterns are
+// expanded where that is not the shell's work.
+[[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** given);
+// Shows UTF-8 text on standard error. What it does not take is lost.
+void WriteToStandardError(std::string_view text) noexcept;
 
 }  // namespace orxprint

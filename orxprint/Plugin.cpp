@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "framework/InputStreams.h"
+#include "orxprint/Files.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
 
@@ -15,10 +16,10 @@
 
 namespace orxprint {
 
-namespace {
+const char* const kPluginClassName = "ORXPrintEPSInterpreter";
+const char* const kPluginMarkerName = ORXPRINT_NAME_TEXT(ORX_MODULE_MARKER);
 
-constexpr const char* kClassName = "ORXPrintEPSInterpreter";
-constexpr const char* kMarkerName = ORXPRINT_NAME_TEXT(ORX_MODULE_MARKER);
+namespace {
 
 // Never relative to the working folder, which may be anybody's.
 std::vector<std::filesystem::path> UsualPlaces() {
@@ -52,12 +53,12 @@ std::string LoadModule(const std::filesystem::path& file) {
   const OpenedLibrary library = OpenLibrary(file);
   if (!library.handle) return library.error;
   using Marker = int (*)();
-  const auto marker = reinterpret_cast<Marker>(FindFunction(library.handle, kMarkerName));
-  if (!marker || marker() != 1) return file.string() + ": not a module of the print framework";
-  const ORXFactoryFunction factory = ORXFillDictionary::Find(kClassName);
-  if (!factory) return file.string() + ": registers no class " + kClassName;
+  const auto marker = reinterpret_cast<Marker>(FindFunction(library.handle, kPluginMarkerName));
+  if (!marker || marker() != 1) return NameOf(file) + ": not a module of the print framework";
+  const ORXFactoryFunction factory = ORXFillDictionary::Find(kPluginClassName);
+  if (!factory) return NameOf(file) + ": registers no class " + kPluginClassName;
   const std::string reason = TryFactory(factory);
-  return reason.empty() ? "" : file.string() + ": " + reason;
+  return reason.empty() ? "" : NameOf(file) + ": " + reason;
 }
 
 // The same as a run under control, for a module may do anything while it is loaded.
@@ -74,20 +75,23 @@ std::string LoadModuleBy(const Deadline& deadline, const std::filesystem::path& 
   };
   Run(control, work, [] {});
   if (loading->isOver) return loading->reason;
-  return file.string() + ": was not loaded; " + Describe(control->Reason().value_or(Stop::GaveUp));
+  return NameOf(file) + ": was not loaded; " + Describe(control->Reason().value_or(Stop::GaveUp));
 }
 
 }  // namespace
 
+// A name without a folder would make the loader search the system's folders.
+std::vector<std::filesystem::path> PluginPlaces(const std::string& file) {
+  if (file.empty()) return UsualPlaces();
+  return {AbsolutePath(PathOf(file))};
+}
+
 Plugin::Plugin(const std::string& file, const Deadline& deadline) {
-  // A name without a folder would make the loader search the system's folders.
-  const auto places =
-      file.empty() ? UsualPlaces() : std::vector<std::filesystem::path>{AbsolutePath(file)};
   std::string tried;
-  for (const std::filesystem::path& place : places) {
+  for (const std::filesystem::path& place : PluginPlaces(file)) {
     const std::string reason = LoadModuleBy(deadline, place);
     if (reason.empty()) {
-      factory = ORXFillDictionary::Find(kClassName);
+      factory = ORXFillDictionary::Find(kPluginClassName);
       return;
     }
     tried += (tried.empty() ? "" : "\n") + reason;

@@ -2,9 +2,11 @@
 // class name that it registered.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "host/ORXOMModule.h"
 #include "host/ORXPrintInterpreter.h"
@@ -18,10 +20,18 @@ struct NoPlugin : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The class that the plug-in registers, and the function that marks it as a module.
+extern const char* const kPluginClassName;
+extern const char* const kPluginMarkerName;
+
+// Where the plug-in is looked for: the given file; with an empty name beside the installed program
+// and in the build tree. Throws NoPlugin when the system does not tell where the program lies.
+[[nodiscard]] std::vector<std::filesystem::path> PluginPlaces(const std::string& file);
+
 class Plugin {
 public:
-  // Loads the given file; with an empty name looks beside the installed program and in the build
-  // tree. A module that does not come back by the deadline is left behind. Throws NoPlugin.
+  // Loads from the first of the places that will do. A module that does not come back by the
+  // deadline is left behind. Throws NoPlugin.
   Plugin(const std::string& file, const Deadline& deadline);
 
   // A new interpreter over a stream that must outlive it. Throws std::bad_alloc when there is none.

@@ -1,6 +1,7 @@
 // The command render: documents drawn into files.
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <utility>
@@ -10,7 +11,9 @@
 #include "drawing/PageFilter.h"
 #include "drawing/ShapeGatherer.h"
 #include "host/ORXPrintPropertiesManager.h"
+#include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
+#include "orxprint/Files.h"
 #include "orxprint/Messages.h"
 #include "orxprint/OutputNames.h"
 #include "orxprint/Outputs.h"
@@ -30,8 +33,11 @@ using orxdrawing::PageFilter;
 using orxdrawing::ShapeGatherer;
 using orxdrawing::ShapeSink;
 
-// Whoever reads what is written may take so long at least, whatever the time limit.
+// Painting what is left when a run has ended may take so long at least, whatever the time limit,
+// and so may whoever reads what is written.
 constexpr double kLeastWritingSeconds = 2;
+// What a picture may take however little memory there is.
+constexpr std::uint64_t kLeastPictureBytes = std::uint64_t{28} << 20;
 // More names of pages than this are not looked at before drawing.
 constexpr std::size_t kMostForeseenPages = 10'000;
 
@@ -53,20 +59,21 @@ public:
     if (options.pages) selected = SelectPages(*options.pages, PageCount());
     if (format.WritesFiles()) CheckOutputs();
     format.WritesFiles() ? DrawFiles() : Discard();
-    return session.TellShortfalls();
+    const Status status = Gravest(session.TellShortfalls(), TellLostContent(session, options));
+    return isCutShort ? Status::LimitReached : status;
   }
 
 private:
   // Where the document goes unless its pages are numbered.
   [[nodiscard]] std::string ChooseOutput() const {
-    std::error_code error;
     const bool isFromInput = session.Source().IsStandardInput();
-    const bool toFolder = !options.output.empty() && fs::is_directory(options.output, error);
+    const bool toFolder =
+        !options.output.empty() && StatusOf(PathOf(options.output)).kind == FileKind::Folder;
     if (!options.output.empty() && !toFolder) return options.output;
     if (isFromInput && !toFolder) return "-";
-    fs::path output = isFromInput ? fs::path("stdin") : fs::path(session.Name());
-    if (toFolder) output = options.output / output.filename();
-    return output.replace_extension(format.name).string();
+    fs::path output = PathOf(isFromInput ? "stdin" : session.Name());
+    if (toFolder) output = PathOf(options.output) / output.filename();
+    return NameOf(output.replace_extension(format.name));
   }
 
   // Tells at once what could be told only after the work.
@@ -135,18 +142,43 @@ private:
     const Units units = Units::FromEnvironment();
     const auto areas = std::make_shared<PageAreas>(session, options.area, units, ForeseenPages());
     if (areas->NeedMeasuring()) Measure(*areas, units);
-    const auto files = std::make_shared<PictureFiles>(
-        PictureFiles::Plan{format,
-                           {options.dotsPerInch, units.pointsPerUnit, {}, {}, {}},
-                           outputName,
-                           format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()),
-                           areas,
-                           {}});
+    const auto files = std::make_shared<PictureFiles>(PictureFiles::Plan{
+        format, Settings(units), outputName,
+        format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()), areas, Labels()});
+    session.JudgeDrawing();
     ForEachPass([&](PageSelection selection) { Draw(selection, files); });
-    files->Finish();
+    Finish(*files);
     session.TellShortfalls();
     Commit(*files);
     TellLosses(*files);
+  }
+
+  [[nodiscard]] PictureSettings Settings(Units units) const {
+    PictureSettings settings;
+    settings.dotsPerInch = options.dotsPerInch;
+    settings.pointsPerUnit = units.pointsPerUnit;
+    settings.title = session.Source().Comments().title;
+    settings.creator = session.Source().Comments().creator;
+    if (memoryLimit > 0) {
+      settings.mostBytes =
+          std::clamp<std::uint64_t>(memoryLimit, kLeastPictureBytes, settings.mostBytes);
+    }
+    return settings;
+  }
+
+  // Of the pages, for a file that can name them.
+  [[nodiscard]] std::map<std::uint32_t, std::string> Labels() {
+    std::map<std::uint32_t, std::string> labels;
+    if (format.pages != PagesInFile::All || session.Source().Comments().pageComments == 0) {
+      return labels;
+    }
+    std::vector<std::uint32_t> numbers = ForeseenPages();
+    numbers.resize(std::min<std::size_t>(numbers.size(), kMostAskedPages));
+    const PageAnswers answers = session.Ask([&numbers](const PageAnswers&) { return numbers; });
+    for (std::size_t i = 0; i < answers.pages.size(); ++i) {
+      if (answers.pages[i].label) labels[numbers[i]] = *answers.pages[i].label;
+    }
+    return labels;
   }
 
   void Measure(PageAreas& areas, Units units) {
@@ -203,6 +235,13 @@ private:
     };
   }
 
+  void Finish(PictureFiles& files) {
+    const SignOfLife painting(session.Name(), "painting");
+    session.Extend(kLeastWritingSeconds);
+    files.Finish(session.GivenEnd());
+    isCutShort = files.IsCutShort();
+  }
+
   void Commit(PictureFiles& files) {
     if (outputName == "-" && files.Outputs().size() > 1) {
       throw Failure(std::to_string(files.PageCount()) +
@@ -222,6 +261,7 @@ private:
       Warn(name,
            "points without finite coordinates left out: " + std::to_string(files.Lost().points));
     }
+    if (isCutShort) Tell(name, "painting " + Describe(Stop::TimeLimit));
     if (files.Lost().images > 0) {
       Warn(name, "images without a drawable area left out: " + std::to_string(files.Lost().images));
     }
@@ -235,6 +275,7 @@ private:
   Session session;
   std::string outputName;
   std::vector<std::uint32_t> selected;
+  bool isCutShort = false;  // painting was
 };
 
 }  // namespace

@@ -60,6 +60,10 @@ void RunControl::PassEnded(const ORXPassEnd& end) noexcept {
   if (!limitMet) limitMet = end;
 }
 
+void RunControl::Noted(const ORXNote& note) noexcept {
+  Enter([&] { judge->TakeNote(note, *watched); });
+}
+
 std::optional<ORXPassEnd> RunControl::LimitMet() {
   const std::lock_guard lock(door);
   return limitMet;

@@ -20,6 +20,7 @@
 #include <string>
 #include <thread>
 
+#include "drawing/LossJudge.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXUnicodeString.h"
 #include "orxprint/Descriptor.h"
@@ -56,6 +57,10 @@ class RunControl final : public ORXInterpreterWatcher {
 public:
   explicit RunControl(Deadline runDeadline = {}) noexcept : deadline(runDeadline) {}
 
+  // What judges the run, if anything does, and whom it may ask; both are used in the run only.
+  std::shared_ptr<orxdrawing::LossJudge> judge;
+  ORXWatchable* watched = nullptr;
+
   // Receives the lines of the framework's report.
   std::function<void(const ORXUnicodeString& line)> onReport;
 
@@ -64,6 +69,8 @@ public:
   // Takes what keeps a pass from being complete: a cause to stop the run, or a limit met on the
   // way.
   void PassEnded(const ORXPassEnd& end) noexcept override;
+  [[nodiscard]] bool WantsNotes() const noexcept override { return judge && watched; }
+  void Noted(const ORXNote& note) noexcept override;
   // Throws Stopped when the run may not go on.
   void Require();
 

@@ -15,7 +15,10 @@ namespace orxprint {
 namespace {
 
 void LetWatch(ORXPrintInterpreter& interpreter, RunControl& control) {
-  if (auto* watchable = dynamic_cast<ORXWatchable*>(&interpreter)) watchable->SetWatcher(&control);
+  auto* watchable = dynamic_cast<ORXWatchable*>(&interpreter);
+  if (!watchable) return;
+  control.watched = watchable;
+  watchable->SetWatcher(&control);
 }
 
 }  // namespace
@@ -125,8 +128,10 @@ PageAnswers Session::Ask(ChoosePages choose) {
 }
 
 void Session::DrawUnguarded(PageSelection selection, std::shared_ptr<RunControl> control,
-                            std::shared_ptr<PrintGenerator> generator) {
+                            std::shared_ptr<PrintGenerator> generator,
+                            std::shared_ptr<orxdrawing::LossJudge> itsJudge) {
   RunControl& running = *control;
+  running.judge = std::move(itsJudge);
   Interpret(std::move(control), [selection, generator = std::move(generator),
                                  &running](ORXPrintInterpreter& interpreter) {
     interpreter.SetAllPages(selection.allPages);

@@ -57,6 +57,11 @@ public:
   // The same with half of the time that is left, for a run before another one.
   [[nodiscard]] std::shared_ptr<RunControl> NewControlForHalf() const;
 
+  // From now on what is drawn is judged, all of it together.
+  void JudgeDrawing() { judge = std::make_shared<orxdrawing::LossJudge>(); }
+  // What was found; none unless drawing was judged.
+  [[nodiscard]] orxdrawing::Findings* Found() { return judge ? &judge->Found() : nullptr; }
+
   // Answers about the document and the pages that `choose` names when it knows the former; there
   // may be fewer pages when a limit stopped the asking.
   using ChoosePages = std::function<std::vector<std::uint32_t>(const PageAnswers& answers)>;
@@ -75,11 +80,12 @@ public:
     };
     const auto guarded = std::make_shared<Guarded>(*control, std::move(generator));
     DrawUnguarded(selection, std::move(control),
-                  std::shared_ptr<PrintGenerator>(guarded, &guarded->guard));
+                  std::shared_ptr<PrintGenerator>(guarded, &guarded->guard), judge);
   }
   // The same without a guard between: for a generator that throws nothing and keeps nothing.
   void DrawUnguarded(PageSelection selection, std::shared_ptr<RunControl> control,
-                     std::shared_ptr<PrintGenerator> generator);
+                     std::shared_ptr<PrintGenerator> generator,
+                     std::shared_ptr<orxdrawing::LossJudge> itsJudge = {});
 
   // The lines of the interpreter's counts; none when the run was left behind.
   [[nodiscard]] std::optional<ORXListValORXUnicodeString> Count();
@@ -100,6 +106,7 @@ private:
   Deadline givenEnd;
   Deadline workEnd;  // of the runs
   std::shared_ptr<const Document> document;
+  std::shared_ptr<orxdrawing::LossJudge> judge;
   std::optional<Stop> stop;
   std::optional<ORXPassEnd> limitMet;
   std::vector<std::string> untold;

@@ -1,7 +1,5 @@
 #include "orxprint/StandardOutput.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 
 #include "orxprint/Failure.h"
@@ -9,8 +7,14 @@
 
 namespace orxprint {
 
+namespace {
+
+constexpr int kStandardOutput = 1;
+
+}  // namespace
+
 bool StandardOutput::Write(std::string_view text) noexcept {
-  if (error == 0) error = WriteAll(STDOUT_FILENO, text, deadline);
+  if (error == 0) error = WriteAll(kStandardOutput, text, deadline);
   return error == 0;
 }
 

@@ -1,32 +1,17 @@
 #include "orxprint/TemporaryNames.h"
 
-#include <unistd.h>
-
-#include <array>
-#include <csignal>
 #include <cstdint>
 #include <mutex>
 #include <random>
+#include <string>
+
+#include "orxprint/Files.h"
 
 namespace orxprint {
 
 namespace {
 
-using Place = TemporaryName::Place;
-
-// The signal handler reads the list while it is being added to.
-std::atomic<Place*> places = nullptr;
 std::mutex placesDoor;
-
-Place* FindPlace() {
-  for (Place* place = places; place; place = place->next) {
-    if (!place->isHeld) return place;
-  }
-  auto* place = new Place;
-  place->next = places;
-  places = place;
-  return place;
-}
 
 std::string RandomName() {
   static constexpr char kDigits[] = "0123456789abcdef";
@@ -39,21 +24,29 @@ std::string RandomName() {
   return name;
 }
 
-// Only what may be called at any time: unlink, signal, raise and _exit.
-void RemoveFilesAndEnd(int signalNumber) {
-  for (const Place* place = places; place; place = place->next) {
-    if (place->isHeld) unlink(place->path.c_str());
-  }
-  std::signal(signalNumber, SIG_DFL);
-  std::raise(signalNumber);
-  // The first process of a container is not ended by a signal; shells count as this does.
-  _exit(128 + signalNumber);
-}
-
 }  // namespace
 
+// The signal handler reads the list while it is being added to.
+std::atomic<TemporaryName::Place*> TemporaryName::places = nullptr;
+
+TemporaryName::Place* TemporaryName::FindPlace() {
+  for (Place* known = places; known; known = known->next) {
+    if (!known->isHeld) return known;
+  }
+  auto* added = new Place;
+  added->next = places;
+  places = added;
+  return added;
+}
+
+void TemporaryName::RemoveHeld() noexcept {
+  for (const Place* known = places; known; known = known->next) {
+    if (known->isHeld) RemoveFile(known->path);
+  }
+}
+
 TemporaryName::TemporaryName(const std::filesystem::path& folder) {
-  std::string path = (folder / RandomName()).string();
+  std::filesystem::path path = folder / RandomName();
   const std::lock_guard lock(placesDoor);
   place = FindPlace();
   place->path = std::move(path);
@@ -62,20 +55,8 @@ TemporaryName::TemporaryName(const std::filesystem::path& folder) {
 
 TemporaryName::~TemporaryName() {
   if (!place->isHeld) return;
-  unlink(place->path.c_str());
+  RemoveFile(place->path);
   place->isHeld = false;
-}
-
-void CatchEndingSignals() {
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
-    struct sigaction action {};
-    if (sigaction(number, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
-    action = {};
-    action.sa_handler = RemoveFilesAndEnd;
-    action.sa_flags = SA_NODEFER;
-    sigaction(number, &action, nullptr);
-  }
-  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace orxprint

@@ -1,9 +1,12 @@
 // Names of temporary files, which are removed when a signal ends the program.
+//
+// OutputFile.h writes under such a name and renames at the end, so that nothing half written ever
+// stands under the name that the person gave. Handlers run at any moment, so what they look at is
+// never moved or freed.
 #pragma once
 
 #include <atomic>
 #include <filesystem>
-#include <string>
 
 namespace orxprint {
 
@@ -16,25 +19,32 @@ public:
   TemporaryName& operator=(const TemporaryName&) = delete;
   ~TemporaryName();
 
-  [[nodiscard]] const std::string& Path() const { return place->path; }
+  [[nodiscard]] const std::filesystem::path& Path() const { return place->path; }
   // The file has another name now.
   void Release() noexcept { place->isHeld = false; }
 
+  // Removes all files whose names are held. May be called while a signal is being handled.
+  static void RemoveHeld() noexcept;
+
+private:
   // Places are made once, used again and never taken down, so that a signal may look at them at any
   // time.
   struct Place {
-    std::string path;
+    std::filesystem::path path;
     std::atomic<bool> isHeld = false;
     Place* next = nullptr;
   };
 
-private:
+  static Place* FindPlace();
+
+  static std::atomic<Place*> places;
   Place* place;
 };
 
-// Makes INT, TERM, HUP and QUIT remove temporary files before they end the program, also where it
-// is the first process of a container, and a file that grows too large an error of writing. To be
-// called once. A signal that is ignored stays ignored.
+// Makes what ends the program from outside remove temporary files first: the signals INT, TERM, HUP
+// and QUIT, also where it is the first process of a container, and the events of a console. A file
+// that grows too large becomes an error of writing. To be called once. A signal that is ignored
+// stays ignored.
 void CatchEndingSignals();
 
 }  // namespace orxprint

@@ -30,6 +30,9 @@ Status RunCommand(const Plugin& plugin, const Request& request) {
   if (const auto* render = std::get_if<RenderOptions>(&request.command)) {
     return Render(plugin, request.common, *render);
   }
+  if (const auto* check = std::get_if<CheckOptions>(&request.command)) {
+    return Check(plugin, request.common, *check);
+  }
   if (const auto* info = std::get_if<InfoOptions>(&request.command)) {
     return Info(plugin, request.common, *info);
   }
@@ -44,12 +47,15 @@ Status Work(const Request& request) {
   CatchEndingSignals();
   ConnectFrameworkReport(request.common.memoryLimit);
   try {
+    if (const auto* check = std::get_if<PluginOptions>(&request.command)) {
+      return CheckPlugin(request.common, *check);
+    }
     return RunCommand(Plugin(request.common.plugin, DeadlineIn(request.common.timeLimit.seconds)),
                       request);
   } catch (const NoPlugin& problem) {
     Tell("the plug-in could not be loaded; tried:");
     for (const std::string& line : LinesOf(problem.what())) {
-      std::fprintf(stderr, "%s\n", orxdrawing::EscapeForTerminal(line).c_str());
+      WriteToStandardError(orxdrawing::EscapeForTerminal(line) + "\n");
     }
     return Status::NoPlugin;
   }
@@ -60,7 +66,7 @@ Status Work(const Request& request) {
 int main(int argumentCount, char** arguments) {
   Status status = Status::FileFailed;
   try {
-    const auto parsed = ParseCommandLine(argumentCount, arguments);
+    const auto parsed = ParseCommandLine(ProgramArguments(argumentCount, arguments));
     const auto* request = std::get_if<Request>(&parsed);
     status = request ? Work(*request) : std::get<Status>(parsed);
   } catch (const std::exception& problem) {

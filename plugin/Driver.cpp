@@ -61,6 +61,7 @@ void ORXPrintEPSInterpreter::CommentRead(std::string_view text) {
 }
 
 void ORXPrintEPSInterpreter::BeginPage() {
+  watch.Note({ORXNoteKind::PageBegun, "%%Page:", {}, 0});
   pageState = PageState::Drawing;
   if (AllPagesFlag() == 1 && pageCounter > 0 && canvas.HasGenerator()) canvas.NewPage();
   ++pageCounter;
@@ -165,7 +166,7 @@ bool ORXPrintEPSInterpreter::RunProgram() noexcept {
     MeetLimit(ORXPassResult::OutOfMemory, "VMerror");
   } catch (const HostThrew&) {
     GiveUpPass();
-    dictionaries = {};
+    LeaveStandardDictionaries();
   }
   return false;
 }
@@ -185,9 +186,9 @@ bool ORXPrintEPSInterpreter::RunWholePass() noexcept {
   } catch (const HostThrew&) {
     GiveUpPass();
     ran = false;
-    dictionaries = {};
+    LeaveStandardDictionaries();
   }
-  if (ran) dictionaries = {};
+  if (ran) LeaveStandardDictionaries();
   // Nothing would ever paint what a counting pass has gathered to the brim.
   if (!canvas.HasGenerator()) canvas.states.EmptyFullPath();
   names.DropUnused();

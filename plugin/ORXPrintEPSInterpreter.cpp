@@ -11,9 +11,4 @@ ORXPrintEPSInterpreter::ORXPrintEPSInterpreter(PrintInputStream* input)
       scanner(*this, input, *this),
       filters(scanner.input, heap.Budget()) {}
 
-ORXPlace ORXPrintEPSInterpreter::Place() const noexcept {
-  if (!isVisited) return {};
-  return {scanner.input.TokenStart(), executionStack.DefinitionPlace()};
-}
-
 }  // namespace orxeps

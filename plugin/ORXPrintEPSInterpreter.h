@@ -57,6 +57,13 @@ public:
     watch.SetWatcher(newWatcher);
   }
   [[nodiscard]] ORXPlace Place() const noexcept override;
+  [[nodiscard]] ORXOperand Operand(std::int32_t fromTop) const noexcept override;
+  [[nodiscard]] ORXGraphics Graphics() const noexcept override;
+  [[nodiscard]] ORXExtent PathExtent() const noexcept override;
+  [[nodiscard]] bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept override;
+  [[nodiscard]] bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept override;
+  [[nodiscard]] bool RunningRunsAny(ORXNameTest& test) noexcept override;
+  void SetMark(std::uint32_t mark) noexcept override { canvas.Current().mark = mark; }
 
   Canvas canvas;
   Scanner scanner;

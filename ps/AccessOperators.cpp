@@ -121,6 +121,7 @@ ResultCode Put(Machine& machine) {
 
 // collection proc forall ->; runs nothing
 ResultCode ForAll(Machine& machine) {
+  NoteDeparture(machine, ORXNoteKind::Ignored);
   machine.operandStack.Drop(2);
   return ResultCode::Ran;
 }

@@ -94,9 +94,21 @@ ResultCode Floor(Machine& machine) {
   return Unary(machine, [](float a) { return std::floor(a); });
 }
 
+namespace {
+
+// An object that is to be changed in place has another holder, too.
+void NoteShared(const Machine& machine, const PSObject& a) noexcept {
+  if (!machine.watch.HasListener() || !a.IsNumber()) return;
+  const bool isConstant = machine.executionStack.ElementBefore() == &a;
+  NoteDeparture(machine, isConstant ? ORXNoteKind::ChangedConstant : ORXNoteKind::ChangedForAll);
+}
+
+}  // namespace
+
 // a neg -> the same object, negated in place
 ResultCode Neg(Machine& machine) {
   PSObject& a = *machine.operandStack.Top();
+  if (a.refCount > 1) NoteShared(machine, a);
   if (a.Is(PSObjectType::Integer)) {
     a.intValue = static_cast<std::int32_t>(0U - static_cast<std::uint32_t>(a.intValue));
   } else if (a.Is(PSObjectType::Real)) {
@@ -109,6 +121,7 @@ ResultCode Neg(Machine& machine) {
 ResultCode Round(Machine& machine) {
   PSObject& a = *machine.operandStack.Top();
   if (!a.Is(PSObjectType::Real)) return ResultCode::Ran;
+  if (a.refCount > 1) NoteShared(machine, a);
   const float below = std::floor(a.realValue);
   const float above = std::ceil(a.realValue);
   const float sum = below + above;

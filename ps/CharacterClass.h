@@ -1,4 +1,8 @@
-// What the scanner tells bytes apart by.
+// What the scanner tells bytes apart by: one table of 256 entries, made by the compiler.
+//
+// A byte has any number of traits, so one look answers several questions about it. The language's
+// own classes - regular, delimiter, white space, other - do not overlap; the other traits cut
+// across them.
 #pragma once
 
 #include <array>

@@ -17,6 +17,7 @@ void ForgetLookup(ObjectHeap& heap, const NameText& key) noexcept {
 
 void DictInsert(ObjectHeap& heap, PSObject& dictionary, const NameText& key, PSRef value) {
   PSObject* stored = value.Get();
+  heap.NoteKey(key.Text());
   ORXHashDico& entries = dictionary.OwnParts().dictEntries;
   const std::size_t capacity = entries.Capacity();
   PSRef replaced;
@@ -34,6 +35,7 @@ PSRef DictRemove(ObjectHeap& heap, PSObject& dictionary, const NameText& key) no
   auto* removed =
       static_cast<PSObject*>(dictionary.OwnParts().dictEntries.Remove(ORXString(key.Text())));
   ForgetLookup(heap, key);
+  heap.NoteLoss(dictionary);
   return removed == &dictionary ? PSRef() : PSRef::Adopt(removed);
 }
 

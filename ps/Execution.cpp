@@ -12,6 +12,7 @@ namespace {
 
 // From here on nothing of the operator's object is read: the operator may release or overwrite it.
 inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
+  machine.running = &row;
   const ResultCode result = machine.operandStack.Count() < row.operands
                                 ? RaiseError(machine, "stackunderflow")
                                 : row.run(machine);
@@ -22,9 +23,15 @@ inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
   return result;
 }
 
-NameLookup SearchDictionaries(const ObjectList& stack, const ORXString& name) noexcept {
+NameLookup SearchDictionaries(Machine& machine, const ORXString& name) {
+  if (!machine.heap.MayBeKey(name)) return {};
+  if (machine.heap.HasLostEntries() && !machine.untouched.IsEmpty()) {
+    machine.untouched.Separate(machine);
+  }
+  const ObjectList& stack = machine.dictionaryStack;
   for (std::int32_t i = stack.Count(); i >= 1; --i) {
     PSObject* dictionary = stack.At(i);
+    if (machine.untouched.Holds(dictionary)) continue;
     if (!dictionary->Is(PSObjectType::Dictionary)) continue;
     if (PSObject* value = DictLocate(dictionary->Parts().dictEntries, name)) {
       return {value, dictionary};
@@ -33,9 +40,9 @@ NameLookup SearchDictionaries(const ObjectList& stack, const ORXString& name) no
   return {};
 }
 
-inline const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
+inline const NameLookup& LookupName(Machine& machine, Name& name) {
   if (name.generation != machine.heap.Generation()) {
-    name.found = SearchDictionaries(machine.dictionaryStack, name.text);
+    name.found = SearchDictionaries(machine, name.text);
     name.generation = machine.heap.Generation();
   }
   return name.found;
@@ -43,11 +50,15 @@ inline const NameLookup& LookupName(Machine& machine, Name& name) noexcept {
 
 }  // namespace
 
-NameLookup LookupName(Machine& machine, const NameText& name) noexcept {
+NameLookup LookupName(Machine& machine, const NameText& name) {
   return LookupName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
 }
 
 namespace {
+
+void NoteUnknownName(const Machine& machine, const Name& name) noexcept {
+  machine.watch.Note({ORXNoteKind::UnknownName, name.text.View(), {}, 0});
+}
 
 // Does what executing one object does at once; a procedure only begins to run. Null is the value of
 // a name that is defined nowhere.
@@ -61,8 +72,11 @@ inline void BeginExecution(Machine& machine, PSObject* object) {
       return machine.executionStack.RunProcedure(PSRef::Retain(object));
     }
     if (!object->Is(PSObjectType::Name)) break;
-    object = LookupName(machine, object->nameText).value;
-    if (object && object->Is(PSObjectType::Procedure)) {
+    const NameText& name = object->nameText;
+    object = LookupName(machine, name).value;
+    if (!object)
+      return NoteUnknownName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
+    if (object->Is(PSObjectType::Procedure)) {
       return machine.executionStack.RunProcedure(PSRef::Retain(object));
     }
   }
@@ -90,7 +104,7 @@ void ExecuteObject(Machine& machine, PSObject* object) {
 
 void ExecuteName(Machine& machine, Name& name) {
   PSObject* value = LookupName(machine, name).value;
-  if (!value) return;
+  if (!value) return NoteUnknownName(machine, name);
   const std::size_t depth = machine.executionStack.Depth();
   if (value->Is(PSObjectType::Procedure)) {
     machine.executionStack.RunProcedure(PSRef::Retain(value));

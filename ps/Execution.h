@@ -1,5 +1,9 @@
 // Executing objects: names are looked up, procedures run element by element, operators run, and
 // everything else is pushed.
+//
+// Nothing here recurses: what an object starts goes on the machine's execution stack and runs until
+// that is as deep as it was before the call. Objects are borrowed; while they run a frame owns
+// them.
 #pragma once
 
 #include <string_view>
@@ -9,8 +13,9 @@
 
 namespace orxeps {
 
-// Searches the dictionary stack from the top down, or remembers the last search.
-[[nodiscard]] NameLookup LookupName(Machine& machine, const NameText& name) noexcept;
+// Searches the dictionary stack from the top down, or remembers the last search. Throws
+// LimitReached and std::bad_alloc where that lays open what earlier passes have left.
+[[nodiscard]] NameLookup LookupName(Machine& machine, const NameText& name);
 
 // Executes an object, which may be null and stays the caller's, and everything that this starts. A
 // name that no dictionary has does nothing. Throws LimitReached when a ceiling is met; whoever

@@ -42,12 +42,22 @@ public:
     return nullptr;
   }
 
+  // The element that ran before the one that runs, in the innermost procedure; null for none.
+  [[nodiscard]] const PSObject* ElementBefore() const noexcept {
+    if (frames.empty() || !frames.back().elements || frames.back().next < 2) return nullptr;
+    return frames.back().elements->At(frames.back().next - 1);
+  }
+  // The innermost procedure that runs, null without one.
+  [[nodiscard]] const PSObject* RunningProcedure() const noexcept {
+    for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
+      if (frame->elements) return frame->running.Get();
+    }
+    return nullptr;
+  }
   // The place in the document of the innermost procedure that runs, kNoPlace without one.
   [[nodiscard]] std::uint64_t DefinitionPlace() const noexcept {
-    for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
-      if (frame->elements) return frame->running->Parts().definedAt;
-    }
-    return kNoPlace;
+    const PSObject* procedure = RunningProcedure();
+    return procedure ? procedure->Parts().definedAt : kNoPlace;
   }
 
   // Gives up every run.

@@ -1,4 +1,7 @@
 // The border to the host's code: its stream and its generator.
+//
+// Every call on either goes through CallHost, so whatever is thrown there arrives as HostThrew,
+// ends the pass and is never taken for an exception of this library, std::bad_alloc included.
 #pragma once
 
 namespace orxeps {

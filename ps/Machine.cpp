@@ -9,18 +9,6 @@ namespace {
 // Up to so many entries it is cheaper to tell each name than to have all names look again.
 constexpr std::int32_t kFewEntries = 16;
 
-// One Operator object for each operator, under its name.
-PSRef MakeSystemDict(Machine& machine) {
-  PSRef systemdict = machine.heap.Make(PSObjectType::Dictionary);
-  for (const NameText& name : machine.operatorNames) {
-    PSRef entry = machine.heap.Make(PSObjectType::Operator);
-    entry->literal = 0;
-    entry->nameText = name;
-    DictInsert(machine.heap, *systemdict, name, std::move(entry));
-  }
-  return systemdict;
-}
-
 }  // namespace
 
 Machine::Machine(const OperatorTable& operatorTable)
@@ -34,16 +22,18 @@ Machine::Machine(const OperatorTable& operatorTable)
 
 // What earlier passes left on the stacks stays beneath.
 void Machine::BuildStandardDictionaries() {
-  StandardDictionaries made;
-  made.systemdict = MakeSystemDict(*this);
-  for (PSRef* dictionary : {&made.userdict, &made.statusdict, &made.errordict, &made.globaldict}) {
-    *dictionary = heap.Make(PSObjectType::Dictionary);
-  }
+  StandardDictionaries made = StandardDictionaries::Make(*this);
   dictionaryStack.Reserve(2);
   OpenDictionary(PSRef::Retain(made.systemdict.Get()));
   OpenDictionary(PSRef::Retain(made.userdict.Get()));
   dictionariesAtStart = dictionaryStack.Count();
   dictionaries = std::move(made);
+  heap.WatchForLosses(*dictionaries.systemdict);
+}
+
+void Machine::LeaveStandardDictionaries() noexcept {
+  untouched.StandFor(*this, dictionaries, dictionariesAtStart - 1);
+  dictionaries = {};
 }
 
 void Machine::OpenDictionary(PSRef dictionary) {
@@ -53,6 +43,8 @@ void Machine::OpenDictionary(PSRef dictionary) {
 }
 
 PSRef Machine::CloseDictionary() {
+  const bool laysOthersOpen = dictionaryStack.Count() <= dictionariesAtStart;
+  if (laysOthersOpen && !untouched.IsEmpty()) untouched.Separate(*this);
   PSRef closed = dictionaryStack.TakeLast();
   ForgetLookupsThrough(*closed);
   return closed;
@@ -71,6 +63,7 @@ void Machine::ReleaseObjects() noexcept {
   operandStack.Clear();
   dictionaryStack.Drain([](PSObject* dictionary) { dictionary->Release(); });
   dictionaries = {};
+  untouched.Clear();
   heap.ForgetLookups();
 }
 

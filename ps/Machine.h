@@ -15,17 +15,9 @@
 #include "ps/OperandStack.h"
 #include "ps/OperatorRow.h"
 #include "ps/RunWatch.h"
+#include "ps/StandardDictionaries.h"
 
 namespace orxeps {
-
-// The dictionaries that every pass starts with; nothing between the passes.
-struct StandardDictionaries {
-  PSRef systemdict;
-  PSRef globaldict;
-  PSRef userdict;
-  PSRef errordict;
-  PSRef statusdict;
-};
 
 class Machine {
 public:
@@ -37,6 +29,8 @@ public:
   // Makes the standard dictionaries and opens the first two on top of what earlier passes left.
   // Throws LimitReached and std::bad_alloc.
   void BuildStandardDictionaries();
+  // The pass is over: what it made stays on the dictionary stack, or what stands for it.
+  void LeaveStandardDictionaries() noexcept;
   // Opens a dictionary, or closes the current one. Names forget what they found through the stack
   // as it was.
   void OpenDictionary(PSRef dictionary);
@@ -55,10 +49,12 @@ public:
   ObjectList dictionaryStack;  // the bottom first; the last is the current dictionary
   ExecutionStack executionStack;
   StandardDictionaries dictionaries;
+  UntouchedDictionaries untouched;
   std::int32_t dictionariesAtStart = 0;  // entries of the dictionary stack when the pass began
 
   RunWatch watch;
-  std::int32_t* counters = nullptr;  // what the operators' rows count in, or null
+  const OperatorRow* running = nullptr;  // the operator that runs or ran last
+  std::int32_t* counters = nullptr;      // what the operators' rows count in, or null
 
   std::uint8_t errorFlag = 0;       // 1 once any error has been raised
   const char* lastError = nullptr;  // its name, for whoever debugs; nothing in a run reads it

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <algorithm>
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -58,11 +59,30 @@ public:
   void ForgetLookups() noexcept { ++generation; }
   [[nodiscard]] std::uint64_t Generation() const noexcept { return generation; }
 
+  // Whether one dictionary has lost entries, or may have, since it was named here.
+  void WatchForLosses(const PSObject& dictionary) noexcept {
+    watched = &dictionary;
+    hasLostEntries = false;
+  }
+  void NoteLoss(const PSObject& dictionary) noexcept {
+    if (&dictionary == watched) hasLostEntries = true;
+  }
+  [[nodiscard]] bool HasLostEntries() const noexcept { return hasLostEntries; }
+
+  // False for texts that have never been a key of any dictionary: most names that mean nothing need
+  // not be looked for, however many dictionaries there are.
+  void NoteKey(const ORXString& text) noexcept { keyHashes.set(text.Hash() % kKeyHashes); }
+  [[nodiscard]] bool MayBeKey(const ORXString& text) const noexcept {
+    return keyHashes.test(text.Hash() % kKeyHashes);
+  }
+
   // Objects made and not yet destroyed.
   [[nodiscard]] std::size_t LiveCount() const noexcept { return liveCount; }
 
 private:
   friend class PSObject;
+
+  static constexpr std::size_t kKeyHashes = std::size_t{1} << 16;
 
   void AddSlab();
   PSParts* MakeParts();
@@ -75,6 +95,9 @@ private:
   PSObject* condemned = nullptr;  // objects without holders whose parts are still to be released
   std::uint64_t marksWritten = 0;
   std::uint64_t generation = 1;
+  const PSObject* watched = nullptr;
+  bool hasLostEntries = false;
+  std::bitset<kKeyHashes> keyHashes;
 };
 
 inline ObjectHeap& PSObject::Heap() const noexcept { return static_cast<ObjectHeap&>(Pool()); }

@@ -1,4 +1,8 @@
-// What operators do with the operand stack again and again.
+// What operators do with the operand stack again and again: taking operands as numbers and objects,
+// pushing results.
+//
+// A handler's row has already made sure that enough entries are there; their types are the
+// handler's to look at. Take... gives ownership, what is pushed is given away.
 #pragma once
 
 #include <cmath>

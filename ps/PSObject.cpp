@@ -101,6 +101,7 @@ void PSObject::AssignFrom(const PSObject& source) {
   const PSRef alive = PSRef::Retain(this);
   if (Is(PSObjectType::Dictionary) || source.Is(PSObjectType::Dictionary) || HasEntries(*this)) {
     heap.ForgetLookups();
+    heap.NoteLoss(*this);
   }
   if (&source != this) CopyValuesFrom(source);
   // What only one holder has, an array, say, is not on the operand stack.

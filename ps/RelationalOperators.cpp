@@ -70,7 +70,15 @@ ResultCode Compare(Machine& machine, Relation holds) {
 ResultCode Eq(Machine& machine) { return Compare(machine, AreEqual); }
 
 // a b lt -> bool
-ResultCode Lt(Machine& machine) { return Compare(machine, IsLess); }
+ResultCode Lt(Machine& machine) {
+  return Compare(machine, [&machine](const PSObject& a, const PSObject& b) {
+    const bool areReals = a.Is(PSObjectType::Real) && b.Is(PSObjectType::Real);
+    if (areReals && a.realValue < b.realValue) {
+      NoteDeparture(machine, ORXNoteKind::ComparedAsFalse);
+    }
+    return IsLess(a, b);
+  });
+}
 
 // -> true
 ResultCode True(Machine& machine) { return PushBoolean(machine, true); }

@@ -1,5 +1,8 @@
 // Whether the run may go on: what asks the host's watcher, and keeps its refusal until the pass
 // ends.
+//
+// One for each interpreter, which tells it where passes begin and end; reader and execution ask it.
+// It owns nothing, and without a watcher it costs a counter.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +14,10 @@ namespace orxeps {
 class RunWatch {
 public:
   // The watcher is borrowed; null for none.
-  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept { watcher = newWatcher; }
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept {
+    watcher = newWatcher;
+    listener = watcher && watcher->WantsNotes() ? watcher : nullptr;
+  }
   void BeginPass() noexcept {
     stopped = false;
     end = {};
@@ -29,6 +35,12 @@ public:
   }
   [[nodiscard]] bool IsStopped() const noexcept { return stopped; }
 
+  // Whether notes go anywhere: for those that take work to make.
+  [[nodiscard]] bool HasListener() const noexcept { return listener != nullptr; }
+  void Note(const ORXNote& note) const noexcept {
+    if (listener) listener->Noted(note);
+  }
+
   // Notes what will be told of the pass, and where in the document it happened. The first that is
   // not a mere completion stays, unless the watcher itself stopped the pass.
   void NoteEnd(ORXPassResult result, const char* error, std::uint64_t position) noexcept {
@@ -44,6 +56,7 @@ private:
   static constexpr std::int32_t kStepsBetweenQuestions = 4096;
 
   ORXInterpreterWatcher* watcher = nullptr;
+  ORXInterpreterWatcher* listener = nullptr;  // the watcher, if it wants notes
   bool stopped = false;
   std::int32_t stepsLeft = kStepsBetweenQuestions;
   ORXPassEnd end;

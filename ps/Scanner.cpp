@@ -245,6 +245,8 @@ int Scanner::AddStringToken(std::string& string, bool& fits) {
     add(ReadTokenFor(TokenUse::AfterBackslash).text);
   } else if (!Is(first, kDelimiter)) {
     add(token.text);
+  } else {
+    machine.watch.Note({ORXNoteKind::CharactersLost, "(", token.text, 0});
   }
   return 0;
 }
@@ -361,7 +363,9 @@ PSRef Scanner::ReadProcedure() {
 // "<<" and ">>" come as two tokens. Strings in hexadecimal are not supported: what follows the "<"
 // is lost.
 PSRef Scanner::ReadAngle(std::string_view bracket, std::string_view whole) {
-  if (ReadToken().text == bracket) return MakeObject(whole);
+  const Token token = ReadToken();
+  if (token.text == bracket) return MakeObject(whole);
+  machine.watch.Note({ORXNoteKind::TextAfterAngle, bracket, token.text, 0});
   return {};
 }
 

@@ -104,7 +104,7 @@ void OpenDocument::Draw(PageReceiver& receiver, Progress progress) {
     Run(measure);
     extents = measure.Extents();
   }
-  const orxdrawing::MakeDeflater store = [](orxdrawing::ByteSink sink) {
+  const orxdrawing::MakeDeflater store = [](orxdrawing::Effort /*effort*/, orxdrawing::ByteSink sink) {
     return std::make_unique<StoredDeflater>(std::move(sink));
   };
   PageSink pages(receiver, [this](std::uint32_t page) { return AreaOf(page); },

@@ -6,8 +6,10 @@
 #include <climits>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "framework/InputStreams.h"
+#include "framework/PropertiesControl.h"
 #include "plugin/ORXPrintEPSInterpreter.h"
 #include "tests/allocation/FailingMemory.h"
 #include "tests/hostile/Documents.h"
@@ -77,6 +79,41 @@ INSTANTIATE_TEST_SUITE_P(All, AllocationFailure, testing::Values(Shortage::Once,
                          [](const auto& row) {
                            return row.param == Shortage::Once ? "Once" : "Lasting";
                          });
+
+struct LowMemoryPass {
+  int answer;
+  int reported;  // lines
+  int allocations;
+};
+
+// A drawing pass during which memory is always low, and the allocation with this number fails.
+LowMemoryPass DrawWhileMemoryIsLow(std::string_view document, int failing) {
+  using orxframework::PropertiesControl;
+  const orxframework::ScopedProperties properties;
+  int reported = 0;
+  PropertiesControl::SetMemoryGauge([](float) { return 1; });
+  PropertiesControl::SetReportSink([&](PrintInfoType, const ORXUnicodeString&) { ++reported; });
+  orxframework::MemoryInputStream input(document);
+  SilentGenerator generator;
+  const auto interpreter = MakeInterpreter(input);
+  const MemoryShortage shortOfMemory(Shortage::Once, failing);
+  const int answer = interpreter->Generate(&generator);
+  return {answer, reported, AllocationsSoFar()};
+}
+
+// The line that says that memory is low needs some itself: without it there is one line less.
+TEST(AllocationFailureOfALowMemoryLine, CostsNoMoreThanTheLine) {
+  constexpr std::string_view kTokens = "true true true true ";
+  const int beforeTokens = DrawWhileMemoryIsLow("", INT_MAX).allocations;
+  const LowMemoryPass whole = DrawWhileMemoryIsLow(kTokens, INT_MAX);
+  ASSERT_GT(whole.allocations, beforeTokens);
+  ASSERT_GT(whole.reported, 2);
+  for (int failing = beforeTokens + 1; failing <= whole.allocations; ++failing) {
+    const LowMemoryPass pass = DrawWhileMemoryIsLow(kTokens, failing);
+    EXPECT_EQ(pass.answer, 1) << failing;
+    EXPECT_GE(pass.reported, whole.reported - 1) << failing;
+  }
+}
 
 }  // namespace
 }  // namespace orxtests

@@ -29,6 +29,13 @@ public:
   Short() : ORXPrintInterpreter("short") {}
   void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
   [[nodiscard]] ORXPlace Place() const noexcept override { return {}; }
+  [[nodiscard]] ORXOperand Operand(std::int32_t /*fromTop*/) const noexcept override { return {}; }
+  [[nodiscard]] ORXGraphics Graphics() const noexcept override { return {}; }
+  [[nodiscard]] ORXExtent PathExtent() const noexcept override { return {}; }
+  [[nodiscard]] bool RunsAny(std::int32_t, ORXNameTest&) noexcept override { return false; }
+  [[nodiscard]] bool NameRunsAny(std::string_view, ORXNameTest&) noexcept override { return false; }
+  [[nodiscard]] bool RunningRunsAny(ORXNameTest&) noexcept override { return false; }
+  void SetMark(std::uint32_t /*mark*/) noexcept override {}
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }
   int GetPageLabel(ORXUnicodeString& /*label*/) override { return 0; }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -148,6 +149,30 @@ TEST(CheckedGenerator, NotesWhatADrawingMustNotDo) {
     EXPECT_EQ(checked.Violations(), each.violations);
     EXPECT_EQ(generator.calls, each.callsPassedOn) << testing::PrintToString(each.violations);
   }
+}
+
+// Does away with its interpreter in the middle of a page, or throws.
+class FatalGenerator final : public orxtests::SilentGenerator {
+public:
+  int NewPage() override {
+    if (!checked) throw std::runtime_error("no paper");
+    mayGo = checked->Retire();
+    return 0;
+  }
+
+  CheckedGenerator* checked = nullptr;
+  bool mayGo = true;
+};
+
+TEST(CheckedGenerator, NotesThatTheInterpreterIsDestroyedInACallback) {
+  FatalGenerator generator;
+  CheckedGenerator checked(generator);
+  EXPECT_THROW(checked.NewPage(), std::runtime_error);
+  EXPECT_TRUE(checked.Retire()) << "no call is in progress any more";
+  generator.checked = &checked;
+  checked.NewPage();
+  EXPECT_FALSE(generator.mayGo);
+  EXPECT_EQ(checked.Violations().back(), "interpreter: destroyed from inside a callback");
 }
 
 }  // namespace

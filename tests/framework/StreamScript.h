@@ -1,4 +1,7 @@
 // A small language for using an input stream, so that tests of streams can be tables.
+//
+// A script and what it answers stand side by side in a row. Streams over files and over memory run
+// the same scripts and must answer the same.
 #pragma once
 
 #include <cstddef>

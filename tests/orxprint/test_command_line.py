@@ -3,6 +3,7 @@
 The program under test is named by the environment variable ORXPRINT.
 """
 
+import base64
 import json
 import os
 import pathlib
@@ -11,6 +12,7 @@ import struct
 import subprocess
 import tempfile
 import unittest
+import xml.etree.ElementTree
 import zlib
 
 ORXPRINT = os.environ["ORXPRINT"]
@@ -42,28 +44,39 @@ def png_size(data):
 
 
 def png_rows(data):
-    """The rows of an 8-bit RGB picture without interlacing, as bytes."""
+    """The rows of a picture without interlacing, in bytes of red, green and blue."""
     width, height = png_size(data)
-    packed, position = b"", 8
+    depth, colour_type = data[24], data[25]
+    chunks, position = {}, 8
     while position < len(data):
         length, kind = struct.unpack(">I4s", data[position : position + 8])
-        if kind == b"IDAT":
-            packed += data[position + 8 : position + 8 + length]
+        chunks[kind] = chunks.get(kind, b"") + data[position + 8 : position + 8 + length]
         position += 12 + length
-    raw, stride = zlib.decompress(packed), 3 * width
+    channels = {0: 1, 2: 3, 3: 1, 4: 2, 6: 4}[colour_type]
+    raw, stride = zlib.decompress(chunks[b"IDAT"]), (width * channels * depth + 7) // 8
+    step = max(1, channels * depth // 8)
     rows, before = [], bytes(stride)
     for y in range(height):
         kind = raw[y * (stride + 1)]
         row = bytearray(raw[y * (stride + 1) + 1 : (y + 1) * (stride + 1)])
         for i in range(stride):
-            left = row[i - 3] if i >= 3 else 0
-            corner = before[i - 3] if i >= 3 else 0
+            left = row[i - step] if i >= step else 0
+            corner = before[i - step] if i >= step else 0
             estimate = left + before[i] - corner
             paeth = min((left, before[i], corner), key=lambda value: abs(estimate - value))
             row[i] = (row[i] + (0, left, before[i], (left + before[i]) // 2, paeth)[kind]) & 255
-        rows.append(bytes(row))
         before = row
+        rows.append(rgb_of(row, width, depth, colour_type, chunks.get(b"PLTE", b"")))
     return rows
+
+
+def rgb_of(row, width, depth, colour_type, palette):
+    if colour_type == 2:
+        return bytes(row)
+    samples = [row[i * depth // 8] >> (8 - depth - i * depth % 8) & (1 << depth) - 1 for i in range(width)]
+    if colour_type == 3:
+        return b"".join(palette[3 * sample : 3 * sample + 3] for sample in samples)
+    return b"".join(bytes([sample * 255 // ((1 << depth) - 1)]) * 3 for sample in samples)
 
 
 class CommandLine(unittest.TestCase):
@@ -361,8 +374,9 @@ class Drawing(CommandLine):
             [png_size(self.read(f"p-{page}.png")) for page in (1, 2, 3)],
             [(150, 300), (300, 150), (150, 300)],
         )
-        boxes = re.findall(rb"/MediaBox \[ 0 0 (\d+) (\d+) \]", self.read("s.pdf"))
-        self.assertEqual(boxes, [(b"72", b"144"), (b"144", b"72"), (b"72", b"144")])
+        told = subprocess.run(["pdfinfo", "-l", "9", self.folder / "s.pdf"], capture_output=True).stdout
+        sizes = re.findall(rb"Page +\d size: +(\d+) x (\d+) pts", told)
+        self.assertEqual(sizes, [(b"72", b"144"), (b"144", b"72"), (b"72", b"144")])
         self.assertEqual(self.read("r.svg"), self.read("a-2.svg"))
 
     def test_pages_that_are_not_there_are_refused_with_the_count(self):
@@ -376,6 +390,50 @@ class Drawing(CommandLine):
         ]:
             self.expect(1, "render", name, "--pages", pages, message=count)
         self.assertEqual(self.files(), ["a.eps", "one.eps", "uncounted.eps"])
+
+    def test_a_pdf_passes_its_checker_and_carries_what_the_comments_say(self):
+        comments = "%%Title: (Grundri\xdf)\n%%Creator: a pen\n"
+        self.write("a.eps", THREE_PAGES.replace(HEADER, HEADER + comments))
+        self.write("b.eps", THREE_PAGES.replace("%%Page: i 1", "%%Page: 1 1"))
+        for name in ("a", "b"):
+            self.expect(0, "render", f"{name}.eps", "-f", "pdf")
+            checked = subprocess.run(["qpdf", "--check", self.folder / f"{name}.pdf"], capture_output=True)
+            self.assertEqual(checked.returncode, 0, checked)
+        told = subprocess.run(["pdfinfo", self.folder / "a.pdf"], capture_output=True).stdout.decode()
+        self.assertRegex(told, r"Title: +Grundri\xdf\n")
+        self.assertRegex(told, r"Creator: +a pen\n")
+        self.assertNotIn("CreationDate", told)
+        shown = subprocess.run(
+            ["qpdf", "--json", "--json-key=pagelabels", self.folder / "a.pdf"], capture_output=True
+        )
+        labels = [entry["label"]["/P"] for entry in json.loads(shown.stdout)["pagelabels"]]
+        self.assertEqual(labels, ["u:i", "u:(two)", "u:iii"])
+
+    def test_svg_and_pdf_show_what_png_shows(self):
+        image = (
+            "gsave 50 40 translate 24 24 scale << /Width 4 /Height 4 /BitsPerComponent 8\n"
+            "/DataSource currentfile /ASCII85Decode filter >> image\n"
+            "!!iQ)z!<<*\"#QOi)z~>\ngrestore\n"
+        )
+        rest = "2 setlinewidth 15 25 moveto 40 60 lineto 60 25 lineto closepath stroke\n"
+        self.write("a.eps", HALF + rest + image)
+        for form in ("png", "pdf", "svg"):
+            self.expect(0, "render", "a.eps", "-f", form, "-r", "72")
+        drawn = xml.etree.ElementTree.parse(self.folder / "a.svg").getroot()
+        self.assertEqual([drawn.get("width"), drawn.get("viewBox")], ["100pt", "0 0 100 50"])
+        name = "{http://www.w3.org/2000/svg}"
+        self.assertEqual(
+            [element.tag.replace(name, "") for element in drawn[0]], ["g", "path", "image"]
+        )
+        (picture,) = drawn.iter(name + "image")
+        data = picture.get("{http://www.w3.org/1999/xlink}href")
+        self.assertEqual(png_size(base64.b64decode(data.split(",")[1])), (4, 4))
+        command = ["pdftocairo", "-png", "-singlefile", "-r", "72", "a.pdf", "pdf"]
+        subprocess.run(command, cwd=self.folder, check=True)
+        ours, theirs = b"".join(png_rows(self.read("a.png"))), b"".join(png_rows(self.read("pdf.png")))
+        self.assertEqual(len(ours), len(theirs))
+        differences = [abs(x - y) for x, y in zip(ours, theirs)]
+        self.assertLess(sum(differences) / len(differences), 2)
 
     def test_standard_input_goes_to_standard_output(self):
         for document, arguments, start in [
@@ -403,10 +461,10 @@ class Drawing(CommandLine):
 
     def test_sizes_beyond_reason_are_refused(self):
         self.write("a.eps", HALF.replace(BOX, "%%BoundingBox: 0 0 2000000000 2000000000\n"))
-        for form in ["svg", "pdf", "png"]:
+        for form in ["svg", "pdf"]:
             self.expect(1, "render", "a.eps", "-f", form, message="is too large")
         self.write("b.eps", HALF.replace(BOX, "%%BoundingBox: 0 0 5000 5000\n"))
-        self.expect(1, "render", "b.eps", "-f", "png", "-r", "9600", message="fewer dots per inch")
+        self.expect(4, "render", "b.eps", "-f", "png", "-r", "9600", message="dots per inch")
         self.assertEqual(self.files(), ["a.eps", "b.eps"])
 
 

@@ -1,4 +1,7 @@
 // A dynamic library, opened and closed by the platform's own calls.
+//
+// For programs that must run where orxprint does not. Handles are the platform's; whoever opens a
+// library closes it.
 #pragma once
 
 namespace orxtests {

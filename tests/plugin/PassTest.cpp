@@ -33,6 +33,35 @@ TEST(Passes, LeaveTheStacksAndTheGraphicsStateToTheNext) {
   EXPECT_EQ(interpretation.Stack(), "0 1.0 0.1 1 1.0 3.0 1 2.0 3.0");
 }
 
+// Three passes that only count, on the operand stack, then one that reaches for their dictionaries.
+TEST(Passes, KeepDictionariesOfTheirOwnBeneathTheNext) {
+  const struct {
+    const char* program;  // of the fourth pass
+    const char* left;
+  } kCases[] = {
+      {"end end /k 5 def end end /k where {pop 1} {0} ifelse", "0"},
+      {"end end end /add 7 def end end 1 2 add", "3"},
+      {"end end end /add 7 def 1 2 add end add", "1 9"},
+      {"1 dict systemdict copy pop 1 2 add /add where {/sub 3 put} if sub", "3 3"},
+      {"/C systemdict def /add /C undefineresource 1 2 add end end end /add 7 def add", "3 7"},
+  };
+  for (const auto& [program, left] : kCases) {
+    Interpretation interpretation("1 add dup 4 lt {} {" + std::string(program) + "} ifelse");
+    for (int pass = 0; pass < 4; ++pass) static_cast<void>(interpretation.Draw());
+    EXPECT_EQ(interpretation.Stack(), "4 " + std::string(left)) << program;
+  }
+}
+
+TEST(Passes, CostLittleWhereTheyLeaveNothing) {
+  Interpretation interpretation("0 0 moveto 1 1 lineto stroke unknown");
+  static_cast<void>(interpretation.Draw());
+  orxeps::ORXPrintEPSInterpreter& interpreter = interpretation.Get();
+  const std::size_t used = interpreter.heap.Budget().used;
+  for (int pass = 0; pass < 20; ++pass) static_cast<void>(interpretation.Draw());
+  EXPECT_EQ(interpreter.heap.Budget().used, used);
+  EXPECT_EQ(interpreter.dictionaryStack.Count(), 2 * 21);
+}
+
 // A pass whose document has little room left.
 std::string DrawWithLittleRoom(Interpretation& interpretation) {
   orxeps::MemoryBudget& budget = interpretation.Get().heap.Budget();

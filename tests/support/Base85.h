@@ -1,4 +1,7 @@
 // Base-85 text, for documents and as an oracle.
+//
+// Written for clearness and never with the short form of four zero bytes, so decoders are tested
+// against an encoder that shares no code with them.
 #pragma once
 
 #include <algorithm>

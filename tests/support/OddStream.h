@@ -1,4 +1,6 @@
 // An input stream with habits that hosts' streams have, and a note of how each use of it ended.
+//
+// It stands in front of a sound stream, which it borrows. With no habit chosen it changes nothing.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,7 @@
 // Sample data as documents carry it, and the calls that images make, for tests of images.
+//
+// A test writes the data in the document's encodings and reads the samples that arrive at the
+// generator; what the decoders do in between is tested by tests/framework.
 #pragma once
 
 #include <span>

@@ -1,4 +1,7 @@
 // Sets the variable that chooses the unit of coordinates, for as long as it lives.
+//
+// The framework's copy of the environment is changed, not the process's. An interpreter must be
+// made inside the scope: it looks at the variable when it is built.
 #pragma once
 
 #include "framework/Environment.h"

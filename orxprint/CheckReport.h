@@ -1,0 +1,45 @@
+// What the command check says of one document, for people and for programs.
+#pragma once
+
+#include <map>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "drawing/Findings.h"
+#include "drawing/SourceLines.h"
+#include "orxprint/Session.h"
+
+namespace orxprint {
+
+struct CheckReport {
+  std::string file;
+  std::string producer;    // as the document names it
+  std::optional<Box> box;  // in points
+  orxdrawing::DrawingSummary summary;
+  std::vector<orxdrawing::Finding> findings;  // the gravest first
+  std::map<std::uint64_t, orxdrawing::SourceLine> lines;
+  std::uint64_t offset = 0;  // of the PostScript section in the file
+  std::optional<Stop> stop;
+  std::optional<ORXPassEnd> limitMet;
+  std::string error;  // not empty: nothing else is known
+};
+
+// The findings that can be seen in the picture, the first of all.
+[[nodiscard]] std::vector<orxdrawing::Finding> VisibleFindings(const CheckReport& report);
+// The gravest of them; without any, NoEffect.
+[[nodiscard]] orxdrawing::Severity GravestOf(const CheckReport& report);
+
+// One line where nothing is lost, a table and a summary otherwise; escaped, with the last line end.
+[[nodiscard]] std::string ForPeople(const CheckReport& report, Units units);
+// The table alone, one line for each finding that can be seen.
+[[nodiscard]] std::vector<std::string> FindingLines(const CheckReport& report);
+// What the finding means, with its figures.
+[[nodiscard]] std::string MeaningOf(const orxdrawing::Finding& finding);
+// "212 strokes, 40 fills, 1 image, 2.1..167.2 x 2.1..114.3 mm".
+[[nodiscard]] std::string DescribeDrawing(const orxdrawing::DrawingSummary& summary, Units units);
+
+[[nodiscard]] nlohmann::ordered_json ForPrograms(const CheckReport& report, Units units);
+
+}  // namespace orxprint

@@ -1,0 +1,100 @@
+#include "orxprint/Checking.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+#include "orxprint/FileChecks.h"
+#include "orxprint/Messages.h"
+
+namespace orxprint {
+
+namespace {
+
+using orxdrawing::Finding;
+using orxdrawing::Loss;
+using orxdrawing::LossPlace;
+using orxdrawing::Severity;
+
+constexpr std::uint32_t kMostLabelsAsked = 100;
+
+std::map<std::uint64_t, orxdrawing::SourceLine> FindLines(const Document& document,
+                                                          const std::vector<Finding>& findings) {
+  std::vector<std::uint64_t> places;
+  for (const Finding& finding : findings) {
+    for (const LossPlace& place : finding.places) {
+      places.push_back(place.token);
+      if (place.definition != LossPlace::kNoPlace) places.push_back(place.definition);
+    }
+  }
+  orxdrawing::LineFinder finder(std::move(places));
+  std::array<char, 1 << 16> buffer;
+  for (std::uint64_t place = 0; finder.WantsMore();) {
+    const std::size_t count = document.Read(place, buffer.data(), buffer.size());
+    if (count == 0) break;
+    finder.Feed({buffer.data(), count});
+    place += count;
+  }
+  return finder.Lines();
+}
+
+// Behind "%%Creator:" near the document's beginning.
+std::string FindProducer(const Document& document) {
+  constexpr std::string_view kKey = "%%Creator:";
+  std::array<char, 4096> buffer;
+  std::string_view text(buffer.data(), document.Read(0, buffer.data(), buffer.size()));
+  const std::size_t begin = text.find(kKey);
+  if (begin == std::string_view::npos) return {};
+  text.remove_prefix(begin + kKey.size());
+  text = text.substr(0, text.find_first_of("\r\n"));
+  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  return std::string(text);
+}
+
+bool MetLimit(const CheckReport& report) {
+  return std::ranges::any_of(report.findings,
+                             [](const Finding& finding) { return finding.loss == Loss::LimitMet; });
+}
+
+}  // namespace
+
+CheckReport MakeReport(Session& session) {
+  const Document& document = session.Source();
+  const PageAnswers answers = session.Ask([](const PageAnswers& about) {
+    std::vector<std::uint32_t> pages(std::min(about.count.value_or(0), kMostLabelsAsked));
+    std::iota(pages.begin(), pages.end(), 1U);
+    return pages;
+  });
+  orxdrawing::Findings& found = *session.Found();
+  CheckFile(document, answers, Units::FromEnvironment(), found);
+  CheckReport report;
+  report.file = session.Name();
+  report.producer = FindProducer(document);
+  report.box = document.Comments().box;
+  report.summary = found.summary;
+  report.findings = found.Sorted();
+  report.lines = FindLines(document, report.findings);
+  report.offset = document.Offset();
+  report.stop = session.Stopping();
+  report.limitMet = session.LimitMet();
+  return report;
+}
+
+Status TellLostContent(Session& session, const RenderOptions& options) {
+  if (!session.Found()) return Status::Done;
+  const CheckReport report = MakeReport(session);
+  const std::vector<std::string> lines = FindingLines(report);
+  if (!lines.empty() && options.telling != Telling::ErrorsOnly) {
+    Warn(session.Name(), std::to_string(lines.size()) + (lines.size() == 1 ? " kind" : " kinds") +
+                             " of content lost or different (orxprint check " + session.Name() +
+                             ")");
+    for (const std::string& line : lines) {
+      if (options.telling == Telling::All) Tell(session.Name(), line);
+    }
+  }
+  if (MetLimit(report)) return Status::LimitReached;
+  const bool isGrave = GravestOf(report) >= Severity::Missing;
+  return options.strict && isGrave ? Status::ContentLost : Status::Done;
+}
+
+}  // namespace orxprint

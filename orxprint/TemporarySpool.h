@@ -1,0 +1,21 @@
+// A spool in a temporary file that has no name.
+#pragma once
+
+#include "drawing/Spool.h"
+#include "orxprint/Descriptor.h"
+
+namespace orxprint {
+
+class TemporarySpool final : public orxdrawing::Spool {
+public:
+  [[nodiscard]] std::uint64_t Size() const override { return size; }
+  // Throw Failure.
+  void Add(std::string_view bytes) override;
+  void Read(std::uint64_t place, std::uint64_t count, const orxdrawing::ByteSink& sink) override;
+
+private:
+  Descriptor file;  // made when it is needed
+  std::uint64_t size = 0;
+};
+
+}  // namespace orxprint

@@ -1,0 +1,16 @@
+// Windows' own texts and errors, seen as the rest of the program has them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orxprint {
+
+// What is not valid becomes a replacement character.
+[[nodiscard]] std::wstring WideText(std::string_view utf8);
+[[nodiscard]] std::string Utf8Text(std::wstring_view wide);
+
+// The errno value of the last error of a call of the system. Also sets errno.
+int TakeLastError() noexcept;
+
+}  // namespace orxprint
