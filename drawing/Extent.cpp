@@ -15,6 +15,27 @@ double MarginOf(const StrokeShape& stroke) {
   return stroke.cap == LineCap::Square ? half * std::sqrt(2.0) : half;
 }
 
+Box Scaled(const Box& box, double scale) {
+  return {box.left * scale, box.bottom * scale, box.right * scale, box.top * scale};
+}
+
+// `margin` is how far, in points, the ink reaches beyond the points.
+std::optional<Box> ExtentOf(const Contours& contours, double margin, double pointsPerUnit) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  Box box{kInfinity, kInfinity, -kInfinity, -kInfinity};
+  for (std::size_t i = 0; i < contours.coordinates.size(); i += 2) {
+    const double x = contours.coordinates[i];
+    const double y = contours.coordinates[i + 1];
+    if (!std::isfinite(x) || !std::isfinite(y)) continue;
+    box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x),
+           std::max(box.top, y)};
+  }
+  if (!(box.left <= box.right)) return std::nullopt;
+  const double reach = margin / pointsPerUnit;
+  return Scaled({box.left - reach, box.bottom - reach, box.right + reach, box.top + reach},
+                pointsPerUnit);
+}
+
 }  // namespace
 
 std::optional<Box> ExtentOf(const ImageShape& shape) {
@@ -27,39 +48,24 @@ std::optional<Box> ExtentOf(const ImageShape& shape) {
   return box;
 }
 
-void ExtentSink::Draw(const StrokeShape& stroke) { Add(stroke.contours, MarginOf(stroke)); }
+std::optional<Box> ExtentInPoints(const StrokeShape& stroke, double pointsPerUnit) {
+  return ExtentOf(stroke.contours, MarginOf(stroke), pointsPerUnit);
+}
 
-void ExtentSink::Draw(const FillShape& fill) { Add(fill.contours, 0); }
+std::optional<Box> ExtentInPoints(const FillShape& fill, double pointsPerUnit) {
+  return ExtentOf(fill.contours, 0, pointsPerUnit);
+}
 
-void ExtentSink::Draw(const ImageShape& image) {
+std::optional<Box> ExtentInPoints(const ImageShape& image, double pointsPerUnit) {
   const std::optional<Box> box = ExtentOf(image);
-  if (box) Add(*box);
+  if (!box) return std::nullopt;
+  return Scaled(*box, pointsPerUnit);
 }
 
-void ExtentSink::Add(const Contours& contours, double margin) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  Box box{kInfinity, kInfinity, -kInfinity, -kInfinity};
-  for (std::size_t i = 0; i < contours.coordinates.size(); i += 2) {
-    const double x = contours.coordinates[i];
-    const double y = contours.coordinates[i + 1];
-    if (!std::isfinite(x) || !std::isfinite(y)) continue;
-    box = {std::min(box.left, x), std::min(box.bottom, y), std::max(box.right, x),
-           std::max(box.top, y)};
-  }
-  if (!(box.left <= box.right)) return;
-  const double reach = margin / pointsPerUnit;
-  Add(Box{box.left - reach, box.bottom - reach, box.right + reach, box.top + reach});
-}
-
-void ExtentSink::Add(const Box& box) {
-  const double scale = pointsPerUnit;
-  const Box added{box.left * scale, box.bottom * scale, box.right * scale, box.top * scale};
-  std::optional<Box>& extent = extents.back();
-  if (!extent) extent = added;
-  extent->left = std::min(extent->left, added.left);
-  extent->bottom = std::min(extent->bottom, added.bottom);
-  extent->right = std::max(extent->right, added.right);
-  extent->top = std::max(extent->top, added.top);
+std::optional<Box> Union(const std::optional<Box>& a, const std::optional<Box>& b) {
+  if (!a || !b) return a ? a : b;
+  return Box{std::min(a->left, b->left), std::min(a->bottom, b->bottom),
+             std::max(a->right, b->right), std::max(a->top, b->top)};
 }
 
 }  // namespace orxdrawing

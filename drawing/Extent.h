@@ -12,6 +12,14 @@ namespace orxdrawing {
 // The box of an image, in the interpreter's units. None when it has no area or is not finite.
 [[nodiscard]] std::optional<Box> ExtentOf(const ImageShape& image);
 
+// What a shape covers, in points: a stroke with its width, anything without the points that are not
+// finite. None when that is nothing.
+[[nodiscard]] std::optional<Box> ExtentInPoints(const StrokeShape& stroke, double pointsPerUnit);
+[[nodiscard]] std::optional<Box> ExtentInPoints(const FillShape& fill, double pointsPerUnit);
+[[nodiscard]] std::optional<Box> ExtentInPoints(const ImageShape& image, double pointsPerUnit);
+// The least box around both; what is not there counts for nothing.
+[[nodiscard]] std::optional<Box> Union(const std::optional<Box>& a, const std::optional<Box>& b);
+
 // Measures each page: strokes with their width, without the points that are not finite.
 class ExtentSink final : public ShapeSink {
 public:
@@ -21,14 +29,12 @@ public:
   [[nodiscard]] const std::vector<std::optional<Box>>& Extents() const { return extents; }
 
   void NextPage() override { extents.emplace_back(); }
-  void Draw(const StrokeShape& stroke) override;
-  void Draw(const FillShape& fill) override;
-  void Draw(const ImageShape& image) override;
+  void Draw(const StrokeShape& stroke) override { Add(ExtentInPoints(stroke, pointsPerUnit)); }
+  void Draw(const FillShape& fill) override { Add(ExtentInPoints(fill, pointsPerUnit)); }
+  void Draw(const ImageShape& image) override { Add(ExtentInPoints(image, pointsPerUnit)); }
 
 private:
-  // `margin` is how far, in points, the ink reaches beyond the points.
-  void Add(const Contours& contours, double margin);
-  void Add(const Box& box);
+  void Add(const std::optional<Box>& box) { extents.back() = Union(extents.back(), box); }
 
   double pointsPerUnit;
   std::vector<std::optional<Box>> extents = {std::nullopt};

@@ -103,4 +103,22 @@ std::string ToUtf8(std::string_view text) {
   return result;
 }
 
+std::string QuoteForJson(std::string_view text) {
+  std::string quoted = "\"";
+  while (!text.empty()) {
+    const Decoded character = DecodeFirst(text);
+    const std::size_t length = character.length ? character.length : 1;
+    if (!character.length) {
+      quoted += "\uFFFD";
+    } else if (IsControl(character.code)) {
+      AppendEscape(quoted, "\\u%04x", character.code);
+    } else {
+      if (character.code == '"' || character.code == '\\') quoted += '\\';
+      quoted += text.substr(0, length);
+    }
+    text.remove_prefix(length);
+  }
+  return quoted += '"';
+}
+
 }  // namespace orxdrawing

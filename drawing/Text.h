@@ -22,4 +22,7 @@ void AppendFloat(std::string& text, float value);
 // characters become spaces.
 [[nodiscard]] std::string ToUtf8(std::string_view text);
 
+// The text as a JSON string with its quotes; bytes that are not UTF-8 become U+FFFD.
+[[nodiscard]] std::string QuoteForJson(std::string_view text);
+
 }  // namespace orxdrawing

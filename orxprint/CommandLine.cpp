@@ -31,7 +31,8 @@ constexpr const char* kFooter =
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
     "  orxprint check *.eps\n"
     "  orxprint info *.eps --json\n"
-    "  orxprint trace part.eps --page 2\n"
+    "  orxprint trace part.eps --page 2 --where\n"
+    "  orxprint find part.eps --at 31.5,80mm\n"
     "  orxprint plugin --check\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
@@ -74,11 +75,21 @@ constexpr const char* kInfoFooter =
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
-    "named by the size and CRC-32 of their samples.\n"
+    "named by the size and CRC-32 of their samples. Of several files each begins with a line\n"
+    "'# file NAME'. With --json every line is an object. docs/trace-format.md tells all of it.\n"
     "\n"
     "Examples:\n"
-    "  orxprint trace part.eps --page 2\n"
+    "  orxprint trace part.eps --page 2 --where\n"
     "  orxprint trace scan.eps --samples";
+
+constexpr const char* kFindFooter =
+    "Prints the strokes, fills and images whose ink touches the place, the topmost first, with\n"
+    "the page and the line that drew each. Places count from the document's origin, y upwards, as\n"
+    "in a trace; without mm or pt in the unit of --units. With --json: docs/comparing.md.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint find part.eps --at 31.5,80mm\n"
+    "  orxprint find part.eps --at 90,230pt --within 1";
 
 constexpr const char* kPluginFooter =
     "Loads the plug-in, draws and asks with it, and prints a line for each check. Each runs in a\n"
@@ -91,6 +102,7 @@ constexpr const char* kPluginFooter =
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
+constexpr double kMostWithinMillimetres = 1e6;
 
 // A text option as the person wrote it; meaning is given to it after all of them are known.
 struct RawOptions {
@@ -102,6 +114,9 @@ struct RawOptions {
   std::string area = "box";
   bool isQuiet = false;
   bool isVerbose = false;
+  std::string tracePages;
+  std::vector<std::string> calls;
+  std::string place;
 };
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& text,
@@ -150,6 +165,24 @@ std::optional<PageList> ParsePages(const std::string& text) {
   auto pages = ParsePageList(text);
   if (!pages) Refuse("--pages", text, "a list of pages such as 1,3-5,7-");
   return pages;
+}
+
+// Without names, all calls.
+orxdrawing::TraceCallSet ParseCalls(const std::vector<std::string>& names) {
+  const auto& calls = orxdrawing::kTraceCalls;
+  orxdrawing::TraceCallSet set = 0;
+  for (const std::string& name : names) {
+    const auto found = std::find(calls.begin(), calls.end(), name);
+    if (found == calls.end()) {
+      std::string expected;
+      for (const std::string_view call : calls) {
+        expected += (expected.empty() ? "a call: " : ", ") + std::string(call);
+      }
+      Refuse("--only", name, expected);
+    }
+    set |= 1U << (found - calls.begin());
+  }
+  return names.empty() ? orxdrawing::kAllTraceCalls : set;
 }
 
 bool IsFolder(const std::string& name) { return StatusOf(PathOf(name)).kind == FileKind::Folder; }
@@ -202,6 +235,7 @@ public:
     AddInfo();
     AddTrace();
     AddPlugin();
+    AddFind();
   }
 
   std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
@@ -302,9 +336,53 @@ private:
 
   void AddTrace() {
     traceCommand = AddCommand("trace", "Print every drawing call", kTraceFooter);
-    traceCommand->add_option("FILE", trace.file, "Document to trace")->required();
-    traceCommand->add_option("--page", trace.page, "Select this page only")->type_name("N");
-    traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
+    traceCommand->add_option("FILE", trace.files, "Documents to trace")->required();
+    auto* page = traceCommand->add_option("--page", trace.page,
+                                          "Select this page only, whether it is there or not");
+    page->type_name("N");
+    traceCommand->add_option("--pages", raw.tracePages, "Trace these pages in turn: 1,3-5,7-")
+        ->type_name("LIST")
+        ->excludes(page);
+    auto* only = traceCommand->add_option("--only", raw.calls, "Print these calls only");
+    only->type_name("CALLS")->delimiter(',');
+    auto* samples =
+        traceCommand->add_flag("--samples", trace.samples, "Print the samples of images as well");
+    auto* where =
+        traceCommand->add_flag("--where", trace.where, "Say of each call which line drew it");
+    traceCommand
+        ->add_flag("--summary", trace.summary, "Print counts, extent, widths, colours of each page")
+        ->excludes(only)
+        ->excludes(samples)
+        ->excludes(where);
+    traceCommand->add_flag("--json", trace.json, "Print an object a line, for programs");
+  }
+
+  void AddFind() {
+    findCommand = AddCommand("find", "Tell which lines drew what is at a place", kFindFooter);
+    findCommand->add_option("FILE", find.file, "Document to look into")->required();
+    findCommand->add_option("--at", raw.place, "The place on the paper")
+        ->type_name("X,Y[mm|pt]")
+        ->required();
+    findCommand
+        ->add_option("--within", find.withinMillimetres,
+                     "Take what is so near as well, in mm (0.1)")
+        ->type_name("MM")
+        ->check(CLI::Range(0.0, kMostWithinMillimetres));
+    AddPagesAndJson(*findCommand, find.json);
+  }
+
+  void AddPagesAndJson(CLI::App& command, bool& json) {
+    command.add_option("--pages", raw.tracePages, "Look at these pages only: 1,3-5,7-")
+        ->type_name("LIST");
+    command.add_flag("--json", json, "Print for programs");
+  }
+
+  Request FinishFind() {
+    const std::optional<PlaceOption> place = ParsePlace(raw.place);
+    if (!place) Refuse("--at", raw.place, "a place such as 12.5,80 or 35,227pt");
+    find.place = *place;
+    find.pages = ParsePages(raw.tracePages);
+    return {common, find};
   }
 
   void AddPlugin() {
@@ -345,7 +423,7 @@ private:
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, check, info, trace or plugin",
+      throw CLI::ParseError("a command is required: render, check, info, trace, find or plugin",
                             CLI::ExitCodes::RequiredError);
     }
     if (pluginCommand->parsed()) return {common, FinishPlugin()};
@@ -358,7 +436,13 @@ private:
       RequireOneStandardInput(info.files);
       return {common, info};
     }
-    if (traceCommand->parsed()) return {common, trace};
+    if (traceCommand->parsed()) {
+      RequireOneStandardInput(trace.files);
+      trace.pages = ParsePages(raw.tracePages);
+      trace.calls = ParseCalls(raw.calls);
+      return {common, trace};
+    }
+    if (findCommand->parsed()) return FinishFind();
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
@@ -377,6 +461,7 @@ private:
   CLI::App* traceCommand = nullptr;
   CLI::App* pluginCommand = nullptr;
   bool showsTable = false;
+  CLI::App* findCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
@@ -384,6 +469,7 @@ private:
   InfoOptions info;
   TraceOptions trace;
   PluginOptions plugin;
+  FindOptions find;
 };
 
 }  // namespace

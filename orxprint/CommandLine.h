@@ -7,9 +7,11 @@
 #include <variant>
 #include <vector>
 
+#include "drawing/TraceGenerator.h"
 #include "orxprint/Failure.h"
 #include "orxprint/Formats.h"
 #include "orxprint/PageList.h"
+#include "orxprint/PlaceOption.h"
 
 namespace orxprint {
 
@@ -59,9 +61,33 @@ struct InfoOptions {
 };
 
 struct TraceOptions {
-  std::string file;
-  std::optional<std::uint32_t> page;  // none: all
+  std::vector<std::string> files;
+  std::optional<std::uint32_t> page;  // any number; none: see pages
+  std::optional<PageList> pages;      // none: all
+  orxdrawing::TraceCallSet calls = orxdrawing::kAllTraceCalls;
   bool samples = false;
+  bool where = false;
+  bool summary = false;
+  bool json = false;
+};
+
+struct FindOptions {
+  std::string file;
+  PlaceOption place;
+  double withinMillimetres = 0.1;
+  std::optional<PageList> pages;  // none: all
+  bool json = false;
+};
+
+struct DiffOptions {
+  std::string before;
+  std::string after;
+  std::string output;  // empty: no picture
+  const Format* format = nullptr;
+  double dotsPerInch = 150;
+  double toleranceMillimetres = 0.001;
+  std::optional<PageList> pages;  // none: all
+  bool json = false;
 };
 
 // Checks a build of the plug-in.
@@ -74,7 +100,9 @@ struct PluginOptions {
 
 struct Request {
   CommonOptions common;
-  std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions, PluginOptions> command;
+  std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions, FindOptions, DiffOptions,
+               PluginOptions>
+      command;
 };
 
 // The request, or the status to end with when help was given or the usage was wrong; the person

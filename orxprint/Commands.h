@@ -17,5 +17,7 @@ namespace orxprint {
                            const TraceOptions& options);
 // Loads the plug-in in child processes only. Throws NoPlugin when there is no file to load.
 [[nodiscard]] Status CheckPlugin(const CommonOptions& common, const PluginOptions& options);
+[[nodiscard]] Status Find(const Plugin& plugin, const CommonOptions& common,
+                          const FindOptions& options);
 
 }  // namespace orxprint

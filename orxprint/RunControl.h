@@ -57,8 +57,9 @@ class RunControl final : public ORXInterpreterWatcher {
 public:
   explicit RunControl(Deadline runDeadline = {}) noexcept : deadline(runDeadline) {}
 
-  // What judges the run, if anything does, and whom it may ask; both are used in the run only.
+  // What judges the run, if anything does; used in the run only, as what follows.
   std::shared_ptr<orxdrawing::LossJudge> judge;
+  // Whom the run may ask about itself, if its module has such a one.
   ORXWatchable* watched = nullptr;
 
   // Receives the lines of the framework's report.

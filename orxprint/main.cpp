@@ -36,6 +36,9 @@ Status RunCommand(const Plugin& plugin, const Request& request) {
   if (const auto* info = std::get_if<InfoOptions>(&request.command)) {
     return Info(plugin, request.common, *info);
   }
+  if (const auto* find = std::get_if<FindOptions>(&request.command)) {
+    return Find(plugin, request.common, *find);
+  }
   return Trace(plugin, request.common, std::get<TraceOptions>(request.command));
 }
 

@@ -59,6 +59,15 @@ TEST(EscapeForTerminal, LeavesNothingThatATerminalObeys) {
   for (const auto& [text, escaped] : cases) EXPECT_EQ(EscapeForTerminal(text), escaped);
 }
 
+TEST(QuoteForJson, GivesOneStringWhateverTheBytes) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"a \"b\\c\"", R"("a \"b\\c\"")"},
+      {"\x1b\n\x7f\xC2\x9B", R"("\u001b\u000a\u007f\u009b")"},
+      {"\xC3\xA9\xFF", "\"\xC3\xA9\xEF\xBF\xBD\""},
+  };
+  for (const auto& [text, quoted] : cases) EXPECT_EQ(QuoteForJson(text), quoted);
+}
+
 TEST(TraceGenerator, WritesEveryCallAsOneLine) {
   std::string text;
   TraceGenerator trace(TraceGenerator::Samples::Written,

@@ -123,7 +123,6 @@ class Usage(CommandLine):
             ([], "a command is required"),
             (["paint"], "paint"),
             (["render"], "FILE"),
-            (["trace", "a.eps", "b.eps"], "b.eps"),
             (["render", "a.eps", "-f", "jpeg"], "'jpeg' is not a format"),
             (["render", "a.eps", "-o", "a.jpeg"], "says no format"),
             (["render", "a.eps", "--pages", "3-1"], "'3-1' is not a list of pages"),

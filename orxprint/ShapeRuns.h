@@ -1,0 +1,17 @@
+// Passes whose shapes go to a sink that knows the page and the place of each.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "drawing/PlacedShapes.h"
+#include "orxprint/Session.h"
+
+namespace orxprint {
+
+// Draws in these passes, until one is stopped. Pages are those of the document as `render` draws
+// them. Throws Failure and Stopped.
+void DrawShapes(Session& session, const std::vector<PageSelection>& passes,
+                const std::shared_ptr<orxdrawing::PlacedSink>& sink);
+
+}  // namespace orxprint

@@ -1,0 +1,177 @@
+"""Drives what leads from the paper back to the source: trace with its options, find, info, diff.
+
+The program under test is named by the environment variable ORXPRINT.
+"""
+
+import base64
+import json
+import re
+import struct
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+from test_command_line import BOX, ENDLESS, HALF, HEADER, THREE_PAGES, CommandLine
+
+# Line 4 draws a stroke through a procedure of line 3, line 5 a fill, line 6 shows an image.
+DRAWN = (
+    HEADER
+    + BOX
+    + "/bar {moveto 36 0 rlineto stroke} bind def\n"
+    + "0 10 bar\r"
+    + "10 20 moveto 60 20 lineto 60 70 lineto closepath fill\r\n"
+    + "100 100 translate 40 20 scale << /Width 2 /Height 1 /BitsPerComponent 8 /DataSource "
+    + "currentfile /ASCII85Decode filter >> image\n!!~>\n"
+)
+
+
+class Tracing(CommandLine):
+    def lines(self, *arguments, **options):
+        return self.expect(0, "trace", *arguments, **options).decode().splitlines()
+
+    def objects(self, *arguments, **options):
+        return [json.loads(line) for line in self.lines(*arguments, "--json", **options)]
+
+    def test_where_names_the_line_and_byte_of_the_token_that_drew(self):
+        self.write("a.eps", DRAWN)
+        plain = self.lines("a.eps")
+        placed = self.lines("a.eps", "--where")
+        self.assertEqual([line.split("  # ")[0] for line in placed], plain)
+        places = dict.fromkeys(line.split("  # ")[1] for line in placed)
+        tokens = [DRAWN.index("bar\r"), DRAWN.index("fill"), DRAWN.index("image\n")]
+        self.assertEqual(
+            list(places), [f"line {4 + i}, byte {token}" for i, token in enumerate(tokens)]
+        )
+        stroke = self.objects("a.eps", "--where", "--only", "MoveTo")[1]
+        self.assertEqual([stroke["page"], stroke["line"], stroke["byte"]], [1, 4, tokens[0]])
+        self.assertEqual(stroke["procedure"], {"line": 3, "byte": DRAWN.index("{")})
+
+    def test_places_behind_a_preview_count_from_the_start_of_the_file(self):
+        document = DRAWN.encode()
+        header = b"\xc5\xd0\xd3\xc6" + struct.pack("<6IH", 40, len(document), 0, 0, 0, 0, 0xFFFF)
+        self.write("a.eps", header + b"\n" * 10 + document)
+        stroke = self.objects("a.eps", "--where", "--only", "MoveTo")[1]
+        self.assertEqual([stroke["line"], stroke["byte"]], [4, 40 + DRAWN.index("bar\r")])
+
+    def test_only_and_pages_select_lines(self):
+        self.write("a.eps", THREE_PAGES)
+        moves = ["a.eps", "--units", "pt", "--only", "MoveTo,NewPage"]
+        self.assertEqual(
+            self.lines(*moves),
+            ["MoveTo(0, 10)", "NewPage()", "MoveTo(0, 20)", "NewPage()", "MoveTo(0, 30)"],
+        )
+        self.assertEqual(self.lines(*moves, "--page", "2"), ["MoveTo(0, 20)"])
+        self.assertEqual(
+            self.lines(*moves, "--pages", "3,1"), ["MoveTo(0, 30)", "NewPage()", "MoveTo(0, 10)"]
+        )
+        pages = [call["page"] for call in self.objects(*moves, "--pages", "3,1")[1:]]
+        self.assertEqual(pages, [3, 1, 1])
+        self.expect(1, "trace", "a.eps", "--pages", "2,4", message="has 3 pages")
+
+    def test_several_files_begin_with_their_names(self):
+        self.write("a.eps", HALF)
+        self.write("\x1b.eps", HALF)
+        text = self.expect(
+            1, "trace", "a.eps", "missing.eps", "\x1b.eps", message="missing.eps: no such"
+        )
+        plain = self.expect(0, "trace", "a.eps")
+        self.assertEqual(text, b"# file a.eps\n" + plain + b"# file \\x1b.eps\n" + plain)
+        self.assertEqual(self.objects("-", stdin=HALF.encode())[0], {"file": "-"})
+
+    def test_rows_that_were_turned_are_told_with_the_samples(self):
+        filters = "{currentfile /ASCII85Decode filter /RunLengthDecode filter}"
+        row = base64.a85encode(b"\xff\x00\x80").decode() + "~>\n"
+        for name, height in [("a.eps", 20), ("b.eps", -20)]:
+            draw = f"40 {height} scale 2 1 8 matrix {filters} false 1 colorimage\n"
+            self.write(name, HEADER + draw + row)
+        image = ["--samples", "--only", "DrawImage"]
+        self.assertTrue(self.lines("a.eps", *image)[0].endswith("samples: 0000})"))
+        self.assertTrue(self.lines("b.eps", *image)[0].endswith("samples: 0000, rows: up})"))
+        self.assertNotIn("rows", self.lines("b.eps")[-1])
+        rows = [self.objects(name, *image)[1]["arguments"][3]["rows"] for name in ("a.eps", "b.eps")]
+        self.assertEqual(rows, ["down", "up"])
+
+    def test_summaries_tell_each_page_in_numbers(self):
+        self.write("a.eps", DRAWN.replace("0 10 bar", "72 0 0 setrgbcolor 0 10 bar 0 setgray"))
+        expected = (
+            "Page 1: 1 stroke, 1 fill, 1 image, 6 points\n"
+            "  Extent: -0.05 3.478 to 49.389 42.333 mm\n"
+            "  Widths: 0.1 mm (1)\n  Colours: #000000 (1), #ff0000 (1)\n"
+        )
+        self.assertEqual(self.expect(0, "trace", "a.eps", "--summary").decode(), expected)
+        self.write("b.eps", THREE_PAGES)
+        summaries = self.objects("b.eps", "--summary", "--pages", "3,1")[1:]
+        self.assertEqual([(page["page"], page["strokes"]) for page in summaries], [(3, 1), (1, 1)])
+        self.assertEqual(summaries[0]["widths"], [{"widthMm": 0.1, "shapes": 1}])
+
+    def test_numbers_that_are_not_finite_are_texts_in_json(self):
+        self.write("a.eps", HEADER + "1e39 0 moveto 1 1 lineto stroke\n")
+        self.assertEqual(self.objects("a.eps", "--only", "MoveTo")[1]["arguments"][0], "inf")
+        (summary,) = self.objects("a.eps", "--summary")[1:]
+        self.assertEqual(summary["points"], 2)
+
+    def test_wrong_usage(self):
+        for arguments, message in [
+            (["--only", "moveto"], "'moveto' is not a call: NewPage,"),
+            (["--summary", "--where"], "--summary"),
+            (["--page", "1", "--pages", "1"], "--page"),
+            (["--pages", "0"], "'0' is not a list of pages"),
+        ]:
+            self.assertEqual(self.expect(2, "trace", "a.eps", *arguments, message=message), b"")
+
+
+class Finding(CommandLine):
+    def shapes(self, *arguments, **options):
+        return json.loads(self.expect(0, "find", *arguments, "--json", **options))["shapes"]
+
+    def test_the_topmost_shape_comes_first_with_the_line_that_drew_it(self):
+        self.write("a.eps", DRAWN.replace("fill", "fill 1 0 0 setrgbcolor 20 40 bar"))
+        printed = self.expect(0, "find", "a.eps", "--at", "50,40pt").decode()
+        byte = DRAWN.index("fill") + len("fill 1 0 0 setrgbcolor 20 40 ")
+        self.assertEqual(
+            printed,
+            f"page 1, line 5, byte {byte} (procedure in line 3): "
+            "stroke of 0.1 mm, #ff0000, 7.006 14.061 to 19.806 14.161 mm\n"
+            f"page 1, line 5, byte {DRAWN.index('fill')}: "
+            "fill, #000000, 3.528 7.056 to 21.167 24.694 mm\n",
+        )
+        (image,) = self.shapes("a.eps", "--at", "120,110", "--units", "pt")
+        self.assertEqual([image["kind"], image["line"], image["columns"]], ["image", 6, 2])
+        self.assertEqual(image["extent"]["leftMm"], 35.278)
+
+    def test_units_reach_and_pages(self):
+        self.write("a.eps", THREE_PAGES)
+        for at, options, pages in [
+            ("10,20pt", [], [2]),
+            ("10,20", ["--units", "pt"], [2]),
+            ("3.528,7.056", [], [2]),
+            ("3.528,7.056mm", ["--units", "pt"], [2]),
+            ("10,25pt", ["--within", "1.75"], [2, 3]),
+            ("10,25pt", ["--within", "1.75", "--pages", "3,2"], [3, 2]),
+        ]:
+            found = self.shapes("a.eps", "--at", at, *options)
+            self.assertEqual([shape["page"] for shape in found], pages, (at, options))
+        nothing = "a.eps: warning: nothing was drawn there"
+        self.assertEqual(self.expect(0, "find", "a.eps", "--at", "-5,1e3", message=nothing), b"")
+        self.assertEqual(len(self.shapes("-", "--at", "5,5", stdin=HALF.encode())), 0)
+        self.assertEqual(len(self.shapes("-", "--at", "5,8", stdin=HALF.encode())), 1)
+
+    def test_a_document_that_piles_up_shapes_is_told_from_its_top(self):
+        pile = "/a {0 0 moveto 9 9 lineto stroke} def\n" + "a\n" * 10_007
+        self.write("a.eps", HEADER + pile)
+        left = "a.eps: warning: of the shapes drawn first 7 are left out"
+        printed = self.expect(0, "find", "a.eps", "--at", "1,1", message=left).splitlines()
+        self.assertEqual(len(printed), 10_000)
+        self.assertTrue(printed[0].startswith(b"page 1, line 10009,"))
+        limit = ["--time-limit", "1"]
+        self.write("endless.eps", ENDLESS)
+        message = "endless.eps: stopped by the time limit"
+        self.expect(4, "find", "endless.eps", "--at", "1,1", *limit, message=message)
+
+    def test_wrong_usage(self):
+        for arguments in [["--at", "5"], ["--at", "5,6in"], ["--at", "nan,1"], ["--at", "1,2,3"], []]:
+            self.expect(2, "find", "a.eps", *arguments, message="--at")
+        self.expect(1, "find", "missing.eps", "--at", "1,1", message="missing.eps: no such file")
+
+
+if __name__ == "__main__":
+    unittest.main()
