@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 
+#include "drawing/Text.h"
 #include "web/OpenDocument.h"
 
 // NOLINTBEGIN: the bodies are JavaScript
@@ -41,6 +42,15 @@ const orxweb::IndexedShape* ShapeAt(int shape) {
   const auto& shapes = document->Index().Shapes();
   if (shape < 0 || static_cast<std::size_t>(shape) >= shapes.size()) return nullptr;
   return &shapes[static_cast<std::size_t>(shape)];
+}
+
+const orxdrawing::Finding& FindingAt(int finding) {
+  return document->Findings().at(static_cast<std::size_t>(finding));
+}
+
+const char* Answer(std::string_view text) {
+  answer = orxdrawing::EscapeForTerminal(text);
+  return answer.c_str();
 }
 
 }  // namespace
@@ -106,6 +116,33 @@ EMSCRIPTEN_KEEPALIVE const char* OutlineOfShape(int shape) {
   const auto* found = ShapeAt(shape);
   answer = found ? document->Index().OutlineOf(*found) : std::string();
   return answer.c_str();
+}
+
+// What is lost or different, the gravest first.
+EMSCRIPTEN_KEEPALIVE int FindingCount() { return static_cast<int>(document->Findings().size()); }
+EMSCRIPTEN_KEEPALIVE const char* SeverityOfFinding(int finding) {
+  return Answer(orxdrawing::TextOf(orxdrawing::KindOf(FindingAt(finding).loss).severity));
+}
+EMSCRIPTEN_KEEPALIVE const char* MeaningOfFinding(int finding) {
+  return Answer(orxdrawing::KindOf(FindingAt(finding).loss).means);
+}
+EMSCRIPTEN_KEEPALIVE const char* NameOfFinding(int finding) {
+  return Answer(FindingAt(finding).name);
+}
+EMSCRIPTEN_KEEPALIVE const char* DetailOfFinding(int finding) {
+  return Answer(FindingAt(finding).detail);
+}
+EMSCRIPTEN_KEEPALIVE double TimesOfFinding(int finding) {
+  return static_cast<double>(FindingAt(finding).count);
+}
+// Of widths: drawn to meant; 0 for others.
+EMSCRIPTEN_KEEPALIVE double RatioOfFinding(int finding) { return FindingAt(finding).ratio; }
+// Its first places in the file.
+EMSCRIPTEN_KEEPALIVE int PlacesOfFinding(int finding) {
+  return static_cast<int>(FindingAt(finding).places.size());
+}
+EMSCRIPTEN_KEEPALIVE double PlaceOfFinding(int finding, int place) {
+  return InFile(FindingAt(finding).places.at(static_cast<std::size_t>(place)).token);
 }
 
 }  // extern "C"

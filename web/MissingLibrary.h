@@ -66,6 +66,31 @@ constexpr auto count(const Range& range, const Value& value) {
 }
 
 template <typename Range, typename Predicate>
+constexpr auto count_if(const Range& range, Predicate predicate) {
+  return std::count_if(std::begin(range), std::end(range), predicate);
+}
+
+template <typename Range, typename Less>
+void stable_sort(Range& range, Less less) {
+  std::stable_sort(std::begin(range), std::end(range), less);
+}
+
+template <typename Range, typename Other, typename Predicate = std::equal_to<>>
+constexpr bool equal(const Range& range, const Other& other, Predicate areEqual = {}) {
+  return std::equal(std::begin(range), std::end(range), std::begin(other), std::end(other),
+                    areEqual);
+}
+
+template <typename Range, typename Less = std::less<>, typename Field = std::identity>
+constexpr bool is_sorted(const Range& range, Less less = {}, Field field = {}) {
+  for (auto i = std::begin(range); i != std::end(range); ++i) {
+    if (i == std::begin(range)) continue;
+    if (less(std::invoke(field, *i), std::invoke(field, *(i - 1)))) return false;
+  }
+  return true;
+}
+
+template <typename Range, typename Predicate>
 constexpr auto adjacent_find(const Range& range, Predicate areAlike) {
   return std::adjacent_find(std::begin(range), std::end(range), areAlike);
 }

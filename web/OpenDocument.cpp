@@ -104,14 +104,19 @@ void OpenDocument::Draw(PageReceiver& receiver, Progress progress) {
     Run(measure);
     extents = measure.Extents();
   }
-  const orxdrawing::MakeDeflater store = [](orxdrawing::ByteSink sink) {
+  const orxdrawing::MakeDeflater store = [](orxdrawing::Effort /*effort*/,
+                                            orxdrawing::ByteSink sink) {
     return std::make_unique<StoredDeflater>(std::move(sink));
   };
   PageSink pages(receiver, [this](std::uint32_t page) { return AreaOf(page); },
                  {kPointsPerMillimetre, store, [this] { return MayGoOn(); }});
   Fork both(pages, index);
+  orxdrawing::LossJudge lossJudge;
+  judge = &lossJudge;
   Run(both);
+  judge = nullptr;
   pages.Finish();
+  KeepFindings(lossJudge);
   lostPoints = pages.LostPoints();
 }
 
@@ -125,19 +130,37 @@ void OpenDocument::Run(orxdrawing::ShapeSink& sink) {
   if (!watchable) throw std::bad_alloc();
   orxdrawing::PageFilter filter(sink, orxdrawing::PageFilter::Pages::All, comments.pageStarts);
   orxdrawing::ShapeGatherer gatherer(filter);
-  PlacedGenerator generator(gatherer, *watchable, index.place);
+  PlacedGenerator generator(gatherer, *watchable, index.place, judge);
   watchable->SetWatcher(this);
   running = watchable;
   interpreter->Generate(&generator);
   running = nullptr;
+  if (isOutOfMemory) throw std::bad_alloc();
   generator.EndStroke();
   gatherer.Finish();
   filter.Finish();
 }
 
 bool OpenDocument::MayGoOn() noexcept {
+  if (isOutOfMemory) return false;
   const std::uint64_t place = running ? running->Place().token : ORXPlace::kNone;
   return onProgress(place == ORXPlace::kNone ? 0 : place);
+}
+
+void OpenDocument::Noted(const ORXNote& note) noexcept {
+  try {
+    judge->TakeNote(note, *running);
+  } catch (const std::bad_alloc&) {
+    isOutOfMemory = true;
+  }
+}
+
+void OpenDocument::KeepFindings(orxdrawing::LossJudge& lossJudge) {
+  for (orxdrawing::Finding& finding : lossJudge.Found().Sorted()) {
+    const bool isVisible =
+        orxdrawing::KindOf(finding.loss).severity > orxdrawing::Severity::NoEffect;
+    if (isVisible) findings.push_back(std::move(finding));
+  }
 }
 
 bool OpenDocument::NeedsMeasuring() const {

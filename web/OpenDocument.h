@@ -9,6 +9,7 @@
 
 #include "drawing/DocumentComments.h"
 #include "drawing/Extent.h"
+#include "drawing/LossJudge.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "web/PageSink.h"
@@ -35,14 +36,19 @@ public:
   [[nodiscard]] std::uint64_t Offset() const { return offset; }
   [[nodiscard]] const ShapeIndex& Index() const { return index; }
   [[nodiscard]] std::uint64_t LostPoints() const { return lostPoints; }
+  // What of it can be seen to be lost or different, the gravest first.
+  [[nodiscard]] const std::vector<orxdrawing::Finding>& Findings() const { return findings; }
   [[nodiscard]] bool StartsLikePostScript() const { return comments.startsLikePostScript; }
 
 private:
   bool MayGoOn() noexcept override;
   void PassEnded(const ORXPassEnd& passEnd) noexcept override { end = passEnd; }
+  [[nodiscard]] bool WantsNotes() const noexcept override { return judge != nullptr; }
+  void Noted(const ORXNote& note) noexcept override;
 
   // One pass over the document whose pages go to the sink.
   void Run(orxdrawing::ShapeSink& sink);
+  void KeepFindings(orxdrawing::LossJudge& lossJudge);
   [[nodiscard]] bool NeedsMeasuring() const;
   [[nodiscard]] orxdrawing::Box AreaOf(std::uint32_t page) const;
 
@@ -54,7 +60,10 @@ private:
   ShapeIndex index;
   ORXPassEnd end;
   Progress onProgress;
-  const ORXWatchable* running = nullptr;
+  ORXWatchable* running = nullptr;
+  orxdrawing::LossJudge* judge = nullptr;
+  bool isOutOfMemory = false;
+  std::vector<orxdrawing::Finding> findings;
   std::uint64_t lostPoints = 0;
 };
 

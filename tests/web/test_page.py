@@ -8,6 +8,7 @@ PROGRAM is the native orxprint, whose drawings the page's must be, byte for byte
 ORXPRINT_SHOTS=FOLDER it leaves pictures of the page there.
 """
 import base64
+import json
 import os
 import pathlib
 import subprocess
@@ -45,6 +46,14 @@ showpage
 0 144 moveto 72 0 lineto stroke
 showpage
 %%EOF
+"""
+LOSSY = b"""%!PS-Adobe-3.0 EPSF-3.0
+%%BoundingBox: 0 0 100 100
+/box {exch dup neg pop exch 10 0 rlineto stroke} def
+10 10 moveto (<b>Hello</b>) show
+[4 2] 0 setdash
+20 20 moveto 80 20 lineto stroke
+20 40 moveto (again) show
 """
 MARKUP = b"""%!PS-Adobe-3.0 EPSF-3.0
 %%BoundingBox: 0 0 10 10
@@ -166,6 +175,25 @@ class PageTest(unittest.TestCase):
         self.wait(lambda: "Line 4 itself draws nothing" in self.text("shape"))
         self.assertIn("next", self.outlines()[0].get_attribute("class"))
 
+    def test_what_is_lost_is_told_as_check_tells_it(self):
+        self.open(("lossy.eps", LOSSY))
+        rows = self.browser.find_elements(By.CSS_SELECTOR, "#findings button")
+        with tempfile.TemporaryDirectory() as folder:
+            file = pathlib.Path(folder) / "lossy.eps"
+            file.write_bytes(LOSSY)
+            checked = subprocess.run([os.environ["ORXPRINT"], "check", "--json", str(file)],
+                                     stdout=subprocess.PIPE, check=False)
+        expected = [found for found in json.loads(checked.stdout)[0]["findings"]
+                    if found["severity"] != "no visible effect"]
+        self.assertGreater(len(rows), 1)
+        self.assertEqual(len(rows), len(expected))
+        for row, found in zip(rows, expected):
+            self.assertIn(found["meaning"], row.text)
+            self.assertIn(f"{found['count']} ×", row.text)
+            row.click()
+            self.assertEqual(self.marked(), [place["line"] for place in found["places"]])
+        self.shoot("findings")
+
     def test_lengths_are_told_and_measured(self):
         self.open(("crossing.eps", CROSSING))
         self.assertEqual(self.text("size"), "Page 70.56 × 35.28 mm (200 × 100 pt)")
@@ -245,7 +273,7 @@ class PageTest(unittest.TestCase):
             "const done = arguments[arguments.length - 1];"
             "Promise.all(window.drawings.map((blob) => blob.text())).then(done);")
         output = folder / (sample.stem + "-%d.svg")
-        subprocess.run([os.environ["ORXPRINT"], "render", str(sample), "-o", str(output)],
+        subprocess.run([os.environ["ORXPRINT"], "render", "-q", str(sample), "-o", str(output)],
                        check=True)
         expected = sorted(folder.glob(sample.stem + "-*.svg"))
         self.assertEqual(len(drawings), len(expected))

@@ -1,4 +1,6 @@
 // The page: files come in, one of them is shown, and what is asked about it goes to its interpreter.
+import { carriedFiles } from './carried.js';
+import { showFindings } from './findings.js';
 import { Measure } from './measure.js';
 import { aboutShape } from './messages.js';
 import { OpenFile } from './openfile.js';
@@ -103,6 +105,7 @@ function update(file) {
   byId('next').disabled = file.page + 1 >= count;
   showProgress(file);
   byId('messages').replaceChildren(...file.messages.map(messageItem));
+  showFindings(byId('findings'), byId('findings-summary'), file, showFinding);
 }
 
 function showProgress(file) {
@@ -117,6 +120,10 @@ function messageItem({ text, isAlarm }) {
   item.textContent = text;
   item.classList.toggle('alarm', isAlarm);
   return item;
+}
+
+function showFinding(finding) {
+  source.mark(finding.places.filter((byte) => byte >= 0));
 }
 
 function goToPage(page) {
@@ -212,3 +219,4 @@ function listenToDrops() {
 listenToButtons();
 listenToKeys();
 listenToDrops();
+open(carriedFiles());

@@ -1,10 +1,10 @@
 // The interpreter in a worker of its own, one for each file: whatever a file does to it, it ends
 // with that file.
+import { carriedBytes } from './carried.js';
 
 // What the page carries in an element, unpacked.
 function unpack(id) {
-  const letters = atob(document.getElementById(id).textContent);
-  const packed = Uint8Array.from(letters, (letter) => letter.charCodeAt(0));
+  const packed = carriedBytes(document.getElementById(id));
   const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream('deflate'));
   return new Response(stream).arrayBuffer();
 }

@@ -36,6 +36,26 @@ export function aboutEnd(file, end) {
   return messages;
 }
 
+// What a finding means, with its figures.
+function meaningOf({ meaning, ratio, detail }) {
+  const widths =
+    ratio >= 1
+      ? `up to ${ratio.toFixed(1)} times as wide as`
+      : `down to 1/${(1 / ratio).toFixed(1)} of the width`;
+  const text = ratio > 0 ? `lines are ${widths} meant: ${meaning}` : meaning;
+  return detail === '' ? text : `${text} (${detail})`;
+}
+
+// A finding in a sentence: what it means, what it comes from, how often and where.
+export function aboutFinding(file, finding) {
+  const { name, times, places } = finding;
+  const lines = [...new Set(places.map((byte) => lineAt(file, byte)))];
+  const more = times > places.length ? ', …' : '';
+  const where = lines.length === 0 ? '' : `; ${lines.join(', ')}${more}`;
+  const cause = name === '' ? '' : `${name}: `;
+  return `${cause}${meaningOf(finding)}. ${times} ×${where}`;
+}
+
 export function aboutShape(file, shape) {
   const width = shape.kind === 'stroke' ? `, ${length(shape.width)} wide` : '';
   const inProcedure = shape.definition >= 0;

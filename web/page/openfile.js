@@ -17,6 +17,7 @@ export class OpenFile {
     this.pages = []; // {area, svg, address}
     this.page = 0; // the one that is shown
     this.messages = []; // {text, isAlarm}
+    this.findings = null; // what is lost or different; null when nobody has looked
     this.progress = 0; // null when it has come to its end
     this.interpreter = new Interpreter((message) => this.take(message));
   }
@@ -46,6 +47,7 @@ export class OpenFile {
     } else if (message.type === 'progress') {
       this.progress = message.bytes / Math.max(1, this.lines.bytes.length);
     } else if (message.type === 'drawn') {
+      this.findings = message.findings;
       this.end(aboutEnd(this, message));
       return;
     } else {

@@ -63,7 +63,22 @@
       startsLikePostScript: interpreter._StartsLikePostScript() !== 0,
       isIndexed: interpreter._IndexIsComplete() !== 0,
       lostPoints: interpreter._LostPoints(),
+      findings: Array.from({ length: interpreter._FindingCount() }, (_, i) => finding(i)),
     });
+  }
+
+  function finding(i) {
+    const text = (address) => interpreter.UTF8ToString(address);
+    const places = { length: interpreter._PlacesOfFinding(i) };
+    return {
+      severity: text(interpreter._SeverityOfFinding(i)),
+      meaning: text(interpreter._MeaningOfFinding(i)),
+      name: text(interpreter._NameOfFinding(i)),
+      detail: text(interpreter._DetailOfFinding(i)),
+      times: interpreter._TimesOfFinding(i),
+      ratio: interpreter._RatioOfFinding(i),
+      places: Array.from(places, (_, place) => interpreter._PlaceOfFinding(i, place)),
+    };
   }
 
   function describe(shape) {
