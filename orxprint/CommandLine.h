@@ -46,6 +46,7 @@ struct RenderOptions {
 struct InfoOptions {
   std::vector<std::string> files;
   bool json = false;
+  bool quick = false;  // runs no PostScript
 };
 
 struct TraceOptions {
