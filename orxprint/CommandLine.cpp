@@ -60,17 +60,15 @@ constexpr const char* kCheckFooter =
     "With --json: an array with an object for each file, as docs/check.schema.json says.";
 
 constexpr const char* kInfoFooter =
-    "With --json: an array with an object for each file, in the order given: version (1), file,\n"
-    "pages (or null), pageSize {width, height} in mm (or null), labels and pageSizes (one entry\n"
-    "or null for each page, at most 10000), statistics {curves, lines, arcs, images, "
-    "closedPaths}.\n"
-    "A file that could not be read has null for all of it and the key error; one that a limit\n"
-    "stopped has the key stopped, one that met a limit of the interpreter limitMet {error, byte},\n"
-    "and one of more pages than were asked about pagesAsked.\n"
+    "Prints what the comments say, with the line of each box, what was drawn, and warnings by\n"
+    "stable names. With --json: an array with an object for each file, in the order given, as\n"
+    "docs/info.schema.json describes it; lengths have their unit in the name of their key. A file\n"
+    "that is no PostScript has isPostScript false, and the status is 1.\n"
     "\n"
     "Examples:\n"
     "  orxprint info part.eps\n"
-    "  orxprint info *.eps --json";
+    "  orxprint info *.eps --json\n"
+    "  orxprint info part.eps --quick";
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
@@ -336,6 +334,7 @@ private:
     infoCommand = AddCommand("info", "Print pages, sizes, labels and statistics", kInfoFooter);
     infoCommand->add_option("FILE", info.files, "Documents to describe")->required();
     infoCommand->add_flag("--json", info.json, "Print for programs");
+    infoCommand->add_flag("--quick", info.quick, "Read the comments only, run no PostScript");
   }
 
   void AddTrace() {
