@@ -4,7 +4,7 @@
 #include <set>
 #include <utility>
 
-#include "orxprint/DocumentComments.h"
+#include "drawing/DocumentComments.h"
 
 namespace orxprint {
 
@@ -100,12 +100,12 @@ private:
 
   void AddBox(std::string_view comment, std::uint32_t itsPage, std::string_view value) {
     if (found.boxes.size() == Statements::kMostBoxes) return;
-    found.boxes.push_back({comment, itsPage, ParseBox(value), line});
+    found.boxes.push_back({comment, itsPage, orxdrawing::ParseBox(value), line});
   }
 
   void AddOtherBox(std::string_view value) {
     if (found.otherBoxes.size() == Statements::kMostOtherBoxes) return;
-    const std::optional<Box> box = ParseBox(value);
+    const std::optional<Box> box = orxdrawing::ParseBox(value);
     if (box) found.otherBoxes.push_back({kBox, 0, box, line});
   }
 
