@@ -14,8 +14,8 @@ ORXPixelImage* ORXMMediaImageConverter::CreatePixelImage(
   if (!data || type != ORXMMediaImageType::Fax || size <= 0 || width <= 0 || height <= 0) {
     return nullptr;
   }
-  const std::uint64_t needed = std::uint64_t{ORXPixelImage::RowBytes(width, kFormat)} *
-                               static_cast<std::uint64_t>(height);
+  const std::uint64_t needed =
+      std::uint64_t{ORXPixelImage::RowBytes(width, kFormat)} * static_cast<std::uint64_t>(height);
   if (static_cast<std::uint64_t>(size) != needed) return nullptr;
   // The bits stay as they are: whoever extracts them gets the bitmap that was converted.
   return ORXPixelImage::CreateCopy(width, height, kFormat, data);
