@@ -24,6 +24,7 @@ public:
 
 // How much time the packing may take.
 enum class Effort {
+  Least,   // for what goes on after much has been packed
   Little,  // for what is printed: more saves little and takes long
   Normal,
 };

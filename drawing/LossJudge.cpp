@@ -10,8 +10,11 @@ namespace orxdrawing {
 namespace {
 
 // Beyond these nothing more is kept, so that no document makes the judge large.
-constexpr std::size_t kMostKept = std::size_t{1} << 18;
+constexpr std::size_t kMostKept = std::size_t{1} << 16;
 constexpr std::size_t kMostPending = 1000;
+// Looks into procedures, and points of paths to be clipped, so that no document makes it slow.
+constexpr int kMostSearches = 2000;
+constexpr std::uint64_t kMostClipPoints = 100'000'000;
 
 constexpr double kMillimetresPerPoint = 25.4 / 72.0;
 constexpr double kClipTolerance = 0.5;  // points
@@ -97,8 +100,8 @@ class ShapeTest final : public ORXNameTest {
 public:
   bool Test(std::string_view name) noexcept override {
     static const std::unordered_set<std::string_view> names = {
-        "lineto", "rlineto", "curveto", "arc",    "arcn",      "stroke",
-        "fill",   "eofill",  "image",   "colorimage"};
+        "lineto", "rlineto", "curveto", "arc",   "arcn",
+        "stroke", "fill",    "eofill",  "image", "colorimage"};
     const NameMeaning meaning = MeaningOf(name);
     return meaning == NameMeaning::Paint || meaning == NameMeaning::Image ||
            meaning == NameMeaning::Path || names.contains(name);
@@ -159,7 +162,7 @@ void LossJudge::WaitForShape(Loss loss, const ORXNote& note, ORXWatchable& inter
   if (definition == ORXPlace::kNone) {
     return Wait(MakeOrigin(loss, note, interpreter), countsAtTopLevel);
   }
-  if (shapersAt.size() >= kMostKept) return;
+  if (shapersAt.size() >= std::size_t{kMostSearches}) return;
   const auto [known, isNew] = shapersAt.try_emplace(definition, false);
   if (isNew) {
     ShapeTest shapes;
@@ -176,6 +179,7 @@ void LossJudge::TakeDropped(const ORXNote& note, ORXWatchable& interpreter) {
     return test.Test(note.detail) || interpreter.NameRunsAny(note.detail, test);
   };
   if (note.name != ">") return CountAt(Loss::CharactersLost, note.name, interpreter);
+  if (++searches > kMostSearches) return;
   if (runs(text)) return CountAt(Loss::TextLost, note.detail, interpreter);
   if (runs(shapes)) return CountAt(Loss::DataLost, note.detail, interpreter);
 }
@@ -286,6 +290,8 @@ void LossJudge::TakeUnknownName(const ORXNote& note, ORXWatchable& interpreter) 
       return;
     case NameMeaning::Clip: {
       const ORXGraphics graphics = interpreter.Graphics();
+      clipPoints += graphics.pathPoints;
+      if (clipPoints > kMostClipPoints) return;
       const ORXExtent extent = interpreter.PathExtent();
       return TakeClip(note, interpreter, {extent.left, extent.bottom, extent.right, extent.top},
                       graphics.pathPoints >= 4 && graphics.pathPoints <= 5);
@@ -371,6 +377,7 @@ void LossJudge::TakeLoop(const ORXNote& note, ORXWatchable& interpreter) {
   }
   const double step = number(2);
   if (note.name == "for" && (step > 0 ? number(3) > number(1) : number(3) < number(1))) return;
+  if (++searches > kMostSearches) return;
   ShapeTest shapes;
   TextTest text;
   if (interpreter.RunsAny(0, shapes)) return CountAt(Loss::LoopLost, note.name, interpreter);

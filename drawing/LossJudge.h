@@ -103,6 +103,8 @@ private:
   std::vector<Pending> pending;
   std::vector<ORXGraphics> saved;  // by "save"
   std::unordered_set<std::uintptr_t> changedConstants;
+  int searches = 0;
+  std::uint64_t clipPoints = 0;
   std::unordered_map<std::uint64_t, bool> shapersAt;  // by place of definition: whether it draws
 };
 

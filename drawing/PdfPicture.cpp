@@ -39,8 +39,8 @@ ShapeSink& PdfPicture::BeginPage(const PicturePage& page) {
 }
 
 void PdfPicture::BeginContents() {
-  deflater =
-      settings.makeDeflater(Effort::Little, [this](std::string_view bytes) { packed += bytes; });
+  deflater = settings.makeDeflater(pages.back().contents.empty() ? Effort::Little : Effort::Least,
+                                   [this](std::string_view bytes) { packed += bytes; });
 }
 
 void PdfPicture::EndContents() {

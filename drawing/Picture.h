@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,11 @@ struct PicturePage {
 struct PictureLosses {
   std::uint64_t points = 0;  // not finite
   std::uint64_t images = 0;  // without an area
+};
+
+// A picture does not fit into the memory that it may take. The text says what would do.
+struct PictureTooLarge : std::runtime_error {
+  using std::runtime_error::runtime_error;
 };
 
 class Picture {

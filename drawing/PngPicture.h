@@ -10,11 +10,6 @@
 
 namespace orxdrawing {
 
-// A picture does not fit into the memory that it may take. The text says what would do.
-struct PictureTooLarge : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
 struct PngSettings {
   double pointsPerUnit = 1;
   double dotsPerInch = 150;

@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 #include "drawing/Deflater.h"
@@ -12,17 +13,22 @@ namespace orxdrawing {
 
 namespace {
 
-constexpr int kLittleEffort = 2;
+constexpr int kLittleEffort = 1;
+// Few bytes are packed well even when much effort would be too much for many.
+constexpr uLong kFewBytes = 1 << 18;
 
 class ZlibDeflater final : public Deflater {
 public:
   ZlibDeflater(Effort effort, ByteSink byteSink) : sink(std::move(byteSink)) {
-    const int level = effort == Effort::Little ? kLittleEffort : Z_DEFAULT_COMPRESSION;
-    if (deflateInit(&stream, level) != Z_OK) throw std::bad_alloc();
+    if (deflateInit(&stream, effort == Effort::Least ? kLittleEffort : Z_DEFAULT_COMPRESSION) !=
+        Z_OK)
+      throw std::bad_alloc();
+    spares = effort == Effort::Little;
   }
   ~ZlibDeflater() override { deflateEnd(&stream); }
 
   void Add(std::span<const unsigned char> bytes) override {
+    if (spares && stream.total_in >= kFewBytes) SpareEffort();
     while (!bytes.empty()) {
       const std::size_t count =
           std::min<std::size_t>(bytes.size(), std::numeric_limits<uInt>::max());
@@ -39,9 +45,21 @@ public:
 
 private:
   int Step(int flush) {
+    return Step([this, flush] { return deflate(&stream, flush); });
+  }
+  // Changing the effort packs what came before, for which there may be too little room at once.
+  void SpareEffort() {
+    spares = false;
+    while (Step([this] { return deflateParams(&stream, kLittleEffort, Z_DEFAULT_STRATEGY); }) ==
+           Z_BUF_ERROR) {
+    }
+  }
+  template <typename Work>
+  requires std::is_invocable_r_v<int, Work>
+  int Step(Work work) {
     stream.next_out = out.data();
     stream.avail_out = static_cast<uInt>(out.size());
-    const int result = deflate(&stream, flush);
+    const int result = work();
     const std::size_t made = out.size() - stream.avail_out;
     if (made > 0) sink({reinterpret_cast<const char*>(out.data()), made});
     return result;
@@ -49,6 +67,7 @@ private:
 
   ByteSink sink;
   z_stream stream{};
+  bool spares = false;  // effort, as soon as many bytes came
   std::array<unsigned char, 1 << 15> out;
 };
 

@@ -4,10 +4,13 @@
 #include <nlohmann/json.hpp>
 
 #include "drawing/NullGenerator.h"
+#include "orxprint/CheckPage.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Messages.h"
+#include "orxprint/OutputFile.h"
 #include "orxprint/StandardOutput.h"
+#include "orxprint/Thumbnail.h"
 
 namespace orxprint {
 
@@ -33,6 +36,16 @@ void Interpret(Session& session, const CheckOptions& options) {
   }
 }
 
+// Of the document's box, or of what is drawn.
+void AddThumbnail(Session& session, CheckReport& report) {
+  const Units units = Units::FromEnvironment();
+  const double scale = units.pointsPerUnit;
+  const Box& drawn = report.summary.extent;
+  const Box extent = {drawn.left * scale, drawn.bottom * scale, drawn.right * scale,
+                      drawn.top * scale};
+  report.thumbnail = MakeThumbnail(session, report.box.value_or(extent), units);
+}
+
 Status CheckDocument(const Plugin& plugin, const CommonOptions& common, const CheckOptions& options,
                      CheckReport& report) {
   const std::string file = report.file;
@@ -40,6 +53,7 @@ Status CheckDocument(const Plugin& plugin, const CommonOptions& common, const Ch
     Session session(plugin, common, file);
     Interpret(session, options);
     report = MakeReport(session);
+    if (!options.html.empty()) AddThumbnail(session, report);
     return session.TellShortfalls();
   });
   report.error = outcome.problem;
@@ -59,23 +73,42 @@ Status Print(std::string_view text, const CommonOptions& common) {
   return output.Error() == ETIMEDOUT ? Status::LimitReached : Status::FileFailed;
 }
 
+Status WritePage(const std::vector<CheckReport>& reports, Units units, const CommonOptions& common,
+                 const std::string& name) {
+  return Attempt(name,
+                 [&] {
+                   OutputFile output(name);
+                   output.Write(CheckPage(reports, units));
+                   output.Close();
+                   output.Commit(DeadlineIn(common.timeLimit.Given()));
+                   return Status::Done;
+                 })
+      .status;
+}
+
 }  // namespace
 
 Status Check(const Plugin& plugin, const CommonOptions& common, const CheckOptions& options) {
   const Units units = Units::FromEnvironment();
   Status gravest = Status::Done;
   Json objects = Json::array();
+  std::vector<CheckReport> reports;
   for (const std::string& file : options.files) {
     CheckReport report;
     report.file = file;
     gravest = Gravest(gravest, CheckDocument(plugin, common, options, report));
-    if (options.json) {
+    if (!options.html.empty()) {
+      reports.push_back(std::move(report));
+    } else if (options.json) {
       objects.push_back(ForPrograms(report, units));
     } else if (report.error.empty()) {
       const Status printed = Print(ForPeople(report, units), common);
       // Nobody reads what the other files would say either.
       if (printed != Status::Done) return Gravest(gravest, printed);
     }
+  }
+  if (!options.html.empty()) {
+    return Gravest(gravest, WritePage(reports, units, common, options.html));
   }
   if (!options.json) return gravest;
   // Names of files and operators may hold bytes that are not UTF-8.

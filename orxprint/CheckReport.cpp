@@ -34,25 +34,6 @@ std::string Counted(std::uint64_t count, const char* what) {
 
 std::string Tenths(double value) { return ShortNumber(std::round(value * 10) / 10); }
 
-// "line 88", "lines 310, 318, ...", and where the procedure that ran first was defined.
-std::string DescribePlaces(const Finding& finding, const CheckReport& report) {
-  std::vector<std::uint64_t> lines;
-  for (const LossPlace& place : finding.places) {
-    const auto found = report.lines.find(place.token);
-    if (found == report.lines.end()) continue;
-    if (lines.empty() || lines.back() != found->second.line) lines.push_back(found->second.line);
-  }
-  if (lines.empty()) return "";
-  std::string text = lines.size() == 1 ? "line " : "lines ";
-  for (std::size_t i = 0; i < std::min(lines.size(), kLinesShown); ++i) {
-    text += (i > 0 ? ", " : "") + std::to_string(lines[i]);
-  }
-  if (lines.size() > kLinesShown) text += ", ...";
-  const auto definition = report.lines.find(finding.places.front().definition);
-  if (definition == report.lines.end()) return text;
-  return text + " (defined in " + std::to_string(definition->second.line) + ")";
-}
-
 Json PlaceForPrograms(std::uint64_t place, const CheckReport& report) {
   Json object = {{"byte", report.offset + place}};
   const auto found = report.lines.find(place);
@@ -115,6 +96,24 @@ std::string MeaningOf(const Finding& finding) {
   }
   if (!finding.detail.empty()) text += " (" + finding.detail + ")";
   return text;
+}
+
+std::string DescribePlaces(const Finding& finding, const CheckReport& report) {
+  std::vector<std::uint64_t> lines;
+  for (const LossPlace& place : finding.places) {
+    const auto found = report.lines.find(place.token);
+    if (found == report.lines.end()) continue;
+    if (lines.empty() || lines.back() != found->second.line) lines.push_back(found->second.line);
+  }
+  if (lines.empty()) return "";
+  std::string text = lines.size() == 1 ? "line " : "lines ";
+  for (std::size_t i = 0; i < std::min(lines.size(), kLinesShown); ++i) {
+    text += (i > 0 ? ", " : "") + std::to_string(lines[i]);
+  }
+  if (lines.size() > kLinesShown) text += ", ...";
+  const auto definition = report.lines.find(finding.places.front().definition);
+  if (definition == report.lines.end()) return text;
+  return text + " (defined in " + std::to_string(definition->second.line) + ")";
 }
 
 std::string DescribeDrawing(const DrawingSummary& summary, Units units) {

@@ -23,7 +23,8 @@ struct CheckReport {
   std::uint64_t offset = 0;  // of the PostScript section in the file
   std::optional<Stop> stop;
   std::optional<ORXPassEnd> limitMet;
-  std::string error;  // not empty: nothing else is known
+  std::string error;      // not empty: nothing else is known
+  std::string thumbnail;  // PNG in base 64, where one was asked for
 };
 
 // The findings that can be seen in the picture, the first of all.
@@ -35,6 +36,10 @@ struct CheckReport {
 [[nodiscard]] std::string ForPeople(const CheckReport& report, Units units);
 // The table alone, one line for each finding that can be seen.
 [[nodiscard]] std::vector<std::string> FindingLines(const CheckReport& report);
+// "line 88", "lines 310, 318, ...", and where the procedure that ran first was defined; empty where
+// there is no place.
+[[nodiscard]] std::string DescribePlaces(const orxdrawing::Finding& finding,
+                                         const CheckReport& report);
 // What the finding means, with its figures.
 [[nodiscard]] std::string MeaningOf(const orxdrawing::Finding& finding);
 // "212 strokes, 40 fills, 1 image, 2.1..167.2 x 2.1..114.3 mm".

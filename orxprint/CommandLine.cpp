@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <sstream>
 #include <utility>
@@ -62,17 +61,15 @@ constexpr const char* kCheckFooter =
     "With --json: an array with an object for each file, as docs/check.schema.json says.";
 
 constexpr const char* kInfoFooter =
-    "With --json: an array with an object for each file, in the order given: version (1), file,\n"
-    "pages (or null), pageSize {width, height} in mm (or null), labels and pageSizes (one entry\n"
-    "or null for each page, at most 10000), statistics {curves, lines, arcs, images, "
-    "closedPaths}.\n"
-    "A file that could not be read has null for all of it and the key error; one that a limit\n"
-    "stopped has the key stopped, one that met a limit of the interpreter limitMet {error, byte},\n"
-    "and one of more pages than were asked about pagesAsked.\n"
+    "Prints what the comments say, with the line of each box, what was drawn, and warnings by\n"
+    "stable names. With --json: an array with an object for each file, in the order given, as\n"
+    "docs/info.schema.json describes it; lengths have their unit in the name of their key. A file\n"
+    "that is no PostScript has isPostScript false, and the status is 1.\n"
     "\n"
     "Examples:\n"
     "  orxprint info part.eps\n"
-    "  orxprint info *.eps --json";
+    "  orxprint info *.eps --json\n"
+    "  orxprint info part.eps --quick";
 
 constexpr const char* kTraceFooter =
     "Prints every call that the interpreter makes on its drawing device, one a line. Images are\n"
@@ -252,8 +249,10 @@ public:
 
   std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
     try {
-      // The library takes them from the last to the first.
-      app.parse(std::vector<std::string>(arguments.rbegin(), std::prev(arguments.rend())));
+      // The library takes them from the last to the first, without the program's name.
+      std::vector<std::string> options(arguments.rbegin(), arguments.rend());
+      if (!options.empty()) options.pop_back();
+      app.parse(std::move(options));
       if (showsTable) return Answer(OptionTable(app));
       return Finish();
     } catch (const CLI::Success& help) {
@@ -335,7 +334,10 @@ private:
   void AddCheck() {
     checkCommand = AddCommand("check", "Tell what will be lost or differ, and where", kCheckFooter);
     checkCommand->add_option("FILE", check.files, "Documents to check")->required();
-    checkCommand->add_flag("--json", check.json, "Print for programs");
+    CLI::Option* json = checkCommand->add_flag("--json", check.json, "Print for programs");
+    checkCommand->add_option("--html", check.html, "Write a page with pictures instead")
+        ->type_name("OUT")
+        ->excludes(json);
     checkCommand->add_option("--pages,--page", raw.checkPages, "Look at these pages only: 1,3-5,7-")
         ->type_name("LIST");
   }
@@ -344,6 +346,7 @@ private:
     infoCommand = AddCommand("info", "Print pages, sizes, labels and statistics", kInfoFooter);
     infoCommand->add_option("FILE", info.files, "Documents to describe")->required();
     infoCommand->add_flag("--json", info.json, "Print for programs");
+    infoCommand->add_flag("--quick", info.quick, "Read the comments only, run no PostScript");
   }
 
   void AddTrace() {

@@ -58,6 +58,7 @@ struct CheckOptions {
 struct InfoOptions {
   std::vector<std::string> files;
   bool json = false;
+  bool quick = false;  // runs no PostScript
 };
 
 struct TraceOptions {

@@ -17,6 +17,8 @@ constexpr std::string_view kPreviewMark = "\xC5\xD0\xD3\xC6";
 constexpr std::size_t kPreviewHeaderBytes = 30;
 constexpr std::size_t kOffsetPlace = 4;
 constexpr std::size_t kLengthPlace = 8;
+constexpr std::size_t kMetafileLengthPlace = 16;
+constexpr std::size_t kTiffLengthPlace = 24;
 
 std::uint64_t NumberAt(std::string_view header, std::size_t place) {
   std::uint64_t number = 0;
@@ -41,6 +43,14 @@ FileSection FindPostScript(DocumentSource& source) {
                   std::to_string(source.Size()) + " bytes");
   }
   return section;
+}
+
+std::string_view FindPreview(DocumentSource& source) {
+  char buffer[kPreviewHeaderBytes];
+  const std::string_view header(buffer, source.Read(0, buffer, kPreviewHeaderBytes));
+  if (!header.starts_with(kPreviewMark)) return "";
+  if (NumberAt(header, kTiffLengthPlace) > 0) return "tiff";
+  return NumberAt(header, kMetafileLengthPlace) > 0 ? "wmf" : "none";
 }
 
 }  // namespace
@@ -68,7 +78,8 @@ orxframework::WindowedInputStream::Window DocumentStream::Load(std::uint64_t pos
 Document::Document(std::string fileName, RunControl& control)
     : name(std::move(fileName)),
       source(std::make_shared<DocumentSource>(name, control)),
-      section(FindPostScript(*source)) {
+      section(FindPostScript(*source)),
+      preview(FindPreview(*source)) {
   const orxdrawing::ByteReader read = [&](std::uint64_t place, char* buffer, std::size_t count) {
     control.Require();
     return Read(place, buffer, count);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "drawing/DocumentComments.h"
 #include "framework/InputStreams.h"
@@ -51,6 +52,9 @@ public:
   [[nodiscard]] bool IsStandardInput() const { return name == "-"; }
   [[nodiscard]] const DocumentComments& Comments() const { return *comments; }
 
+  // What the preview in front of the document is, a literal: "wmf", "tiff", "none" in a header
+  // without one; empty without a header.
+  [[nodiscard]] std::string_view Preview() const { return preview; }
   // Where the PostScript section begins in the file.
   [[nodiscard]] std::uint64_t Offset() const { return section.offset; }
   // Bytes of the section from a place in it on; fewer at its end and where they cannot be read.
@@ -65,6 +69,7 @@ private:
   std::string name;
   std::shared_ptr<DocumentSource> source;
   orxframework::FileSection section;
+  std::string_view preview;
   std::shared_ptr<const DocumentComments> comments;
 };
 

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <span>
+#include <string_view>
 
 namespace orxprint {
 
@@ -46,8 +46,12 @@ public:
     }
     return number;
   }
+  // A text, cut where no name is that long: tables that overlap must not multiply the file.
   [[nodiscard]] std::string TextAt(std::uint64_t place) const {
-    return place < bytes.size() ? std::string(bytes.c_str() + place) : std::string();
+    constexpr std::size_t kLongest = 1000;
+    if (place >= bytes.size()) return {};
+    const std::string_view rest = std::string_view(bytes).substr(place, kLongest);
+    return std::string(rest.substr(0, rest.find('\0')));
   }
   // Where the header of a section stands, given its number.
   [[nodiscard]] std::uint64_t Section(std::uint32_t number) const {

@@ -44,12 +44,11 @@ struct FileStatus {
 // A file's name within its folder, the same for all ways to write it.
 [[nodiscard]] std::string NameInFolder(const std::filesystem::path& path);
 
-// These are not open, with errno set, when there can be none.
-//
+// What these give is not open, with errno set, when there can be no such file.
+
 // Opens what there is. A pipe without a writer does not keep this waiting.
 [[nodiscard]] Descriptor OpenToRead(const std::filesystem::path& path);
-// Opens a pipe or a device; EAGAIN when that would have to wait for a reader and `mayWait` is not
-// given.
+// Opens a pipe or a device; EAGAIN when that would have to wait for a reader and must not.
 enum class Waiting { Allowed, Refused };
 [[nodiscard]] Descriptor OpenToWrite(const std::filesystem::path& path, Waiting waiting);
 // A new file in the folder, open for reading and writing, that is gone when it is closed.

@@ -5,7 +5,7 @@
 #include <new>
 #include <system_error>
 
-#include "drawing/PngPicture.h"
+#include "drawing/Picture.h"
 #include "drawing/Text.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"

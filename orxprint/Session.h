@@ -59,6 +59,7 @@ public:
 
   // From now on what is drawn is judged, all of it together.
   void JudgeDrawing() { judge = std::make_shared<orxdrawing::LossJudge>(); }
+  void StopJudging() { judge.reset(); }
   // What was found; none unless drawing was judged.
   [[nodiscard]] orxdrawing::Findings* Found() { return judge ? &judge->Found() : nullptr; }
 

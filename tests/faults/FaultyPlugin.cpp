@@ -70,6 +70,22 @@ public:
   void SetWatcher(ORXInterpreterWatcher* watcher) noexcept override {
     if (!Has("goes-on")) inner.SetWatcher(watcher);
   }
+  [[nodiscard]] ORXPlace Place() const noexcept override { return inner.Place(); }
+  [[nodiscard]] ORXOperand Operand(std::int32_t fromTop) const noexcept override {
+    return inner.Operand(fromTop);
+  }
+  [[nodiscard]] ORXGraphics Graphics() const noexcept override { return inner.Graphics(); }
+  [[nodiscard]] ORXExtent PathExtent() const noexcept override { return inner.PathExtent(); }
+  [[nodiscard]] bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept override {
+    return inner.RunsAny(fromTop, test);
+  }
+  [[nodiscard]] bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept override {
+    return inner.NameRunsAny(name, test);
+  }
+  [[nodiscard]] bool RunningRunsAny(ORXNameTest& test) noexcept override {
+    return inner.RunningRunsAny(test);
+  }
+  void SetMark(std::uint32_t mark) noexcept override { inner.SetMark(mark); }
 
 private:
   PrintInputStream* input;

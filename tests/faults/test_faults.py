@@ -461,14 +461,14 @@ class Waiting(Faults):
 
 class Memory(Faults):
     def test_out_of_memory_is_4_whatever_the_output_is(self):
-        self.write("long.eps", HEADER + "10 10 moveto 90 90 lineto stroke\n" * 400_000)
-        self.write("wide.eps", SMALL.replace("100 100", "14000 14000"))
+        self.write("long.eps", HEADER + "0 0 moveto\n" + "9 9 lineto\n" * 2_000_000 + "stroke\n")
+        self.write("wide.eps", SMALL.replace("100 100", "10000 10000"))
         for name, arguments, room in [
-            ("wide.eps", ["-f", "png", "-r", "72"], 600),
-            ("wide.eps", ["-f", "png", "-r", "72", "-o", "-"], 600),
-            ("long.eps", ["-f", "svg"], 180),
-            ("long.eps", ["-f", "pdf"], 180),
-            ("long.eps", ["-f", "pdf", "-o", "-"], 180),
+            ("wide.eps", ["-f", "png", "-r", "72"], 200),
+            ("wide.eps", ["-f", "png", "-r", "72", "-o", "-"], 200),
+            ("long.eps", ["-f", "svg"], 80),
+            ("long.eps", ["-f", "pdf"], 80),
+            ("long.eps", ["-f", "pdf", "-o", "-"], 80),
         ]:
             with self.subTest(name=name, arguments=arguments):
                 limit = lambda: resource.setrlimit(resource.RLIMIT_AS, (room << 20, room << 20))

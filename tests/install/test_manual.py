@@ -1,4 +1,5 @@
-"""The manual page and the completions, which are made from the program's table of options.
+"""The manual page and the completions, which are made from the program's table of options, and that the documents
+know what is in it.
 
 The variable ORXPRINT_BUILD names the build tree. Shells that this machine does not have are passed over.
 """
@@ -12,6 +13,7 @@ import subprocess
 import tempfile
 import unittest
 
+TOP = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(os.environ["ORXPRINT_BUILD"])
 PROGRAM = BUILD / "bin/orxprint"
 MANUAL = BUILD / "packaging/manual"
@@ -91,6 +93,21 @@ class Manual(unittest.TestCase):
                 with tempfile.TemporaryDirectory() as folder:
                     answer = run("zsh", "-f", "-c", ZSH, "zsh", MANUAL, typed, folder)
                 self.assertIn(words.copy().pop(), answer.rsplit("%", 1)[-1], typed)
+
+    def test_the_documents_name_every_command_option_and_file(self):
+        common = {name for option in self.table["options"] for name in option["names"]}
+        for command in self.table["commands"]:
+            page = (TOP / f"docs/{command['name']}.md").read_text()
+            for option in command["options"]:
+                self.assertTrue(common & set(option["names"]) or
+                                any(name in page for name in option["names"]), option["names"])
+        checks = [line.split(None, 1) for line in run(PROGRAM, "plugin", "--list").splitlines()]
+        rows = re.findall(r"^\| `(.*?)` \| (.*) \|$", (TOP / "docs/plugin.md").read_text(), re.MULTILINE)
+        self.assertEqual([tuple(check) for check in checks], rows)
+        for page in (*TOP.glob("*.md"), *TOP.glob("docs/*.md")):
+            prose = re.sub("```.*?```", "", page.read_text(), flags=re.DOTALL)
+            for target in re.findall(r"\]\(([^)#:]+)\)", prose):
+                self.assertTrue((page.parent / target).exists(), f"{page}: {target}")
 
 
 if __name__ == "__main__":

@@ -6,7 +6,9 @@ The program under test is named by the environment variable ORXPRINT.
 import json
 import pathlib
 import re
+import shutil
 import struct
+import subprocess
 import unittest
 
 from test_command_line import CommandLine
@@ -90,6 +92,28 @@ class Checking(CommandLine):
                    + b" " * 20 + (HEAD + PLAIN + " " * 200).encode())
         (report,) = json.loads(self.run_program("check", "--json", "a.eps").stdout)
         self.assertIn("odd-header", [finding["kind"] for finding in report["findings"]])
+
+    def test_the_page_opens_in_a_browser_and_escapes_documents(self):
+        self.write("good.eps", HEAD + PLAIN)
+        self.write("text.eps", HEAD + "%%Creator: <script>document.title='x'</script>\n" + TEXT)
+        self.write("no.eps", "")
+        names = ["good.eps", "text.eps", "no.eps", "missing.eps"]
+        self.assertEqual(self.expect(1, "check", *names, "--html", "a.html"), b"")
+        page = self.read("a.html").decode()
+        self.assertEqual(page.count("<script"), 1)
+        self.assertEqual(page.count("data:image/png;base64,"), 2)
+        self.assertNotIn("http", page)
+        browser = shutil.which("chromium")
+        if not browser:
+            self.skipTest("chromium is not there")
+        shown = subprocess.run(
+            [browser, "--headless", "--no-sandbox", "--disable-gpu", "--dump-dom",
+             f"--user-data-dir={self.folder}/profile", (self.folder / "a.html").as_uri()],
+            capture_output=True, timeout=120,
+        ).stdout.decode()
+        self.assertIn("<title>What will be lost</title>", shown)
+        self.assertEqual(shown.count("<tr data-severity"), 4)
+        self.assertIn('<button>Severity</button>', shown)
 
     def test_single_pages_can_be_checked(self):
         two = HEAD + "%%Pages: 2\n%%Page: 1 1\n" + PLAIN + "%%Page: 2 2\n(x) show " + PLAIN

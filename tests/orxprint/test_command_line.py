@@ -290,10 +290,19 @@ class Describing(CommandLine):
         self.write("a.eps", THREE_PAGES)
         self.assertEqual(
             self.expect(0, "info", "a.eps", "--units", "pt").decode(),
-            "File: a.eps\nPages: 3\nPage size: 25.4 x 50.8 mm (72 x 144 pt)\n"
-            "Page 1 label: i\nPage 1 size: 25.4 x 50.8 mm (72 x 144 pt)\n"
-            "Page 2 label: (two)\nPage 2 size: 50.8 x 25.4 mm (144 x 72 pt)\n"
-            "Page 3 label: iii\nPage 3 size: 25.4 x 50.8 mm (72 x 144 pt)\n"
+            "File: a.eps\nDSC version: 3.0, EPSF 3.0\nPages: 3\n"
+            "Page size: 25.4 x 50.8 mm (72 x 144 pt), from %%BoundingBox in line 3\n"
+            "Box: 0 0 to 72 144 pt, line 3\nDrawn: -0.05 9.95 to 36.05 30.05 pt\n"
+            "Page 1 label: i\n"
+            "Page 1 size: 25.4 x 50.8 mm (72 x 144 pt), from %%BoundingBox in line 3\n"
+            "Page 1 drawn: -0.05 9.95 to 36.05 10.05 pt\n"
+            "Page 2 label: (two)\n"
+            "Page 2 size: 50.8 x 25.4 mm (144 x 72 pt), from %%PageBoundingBox in line 8\n"
+            "Page 2 box: 0 0 to 144 72 pt, line 8\n"
+            "Page 2 drawn: -0.05 19.95 to 36.05 20.05 pt\n"
+            "Page 3 label: iii\n"
+            "Page 3 size: 25.4 x 50.8 mm (72 x 144 pt), from %%BoundingBox in line 3\n"
+            "Page 3 drawn: -0.05 29.95 to 36.05 30.05 pt\n"
             "Curve count: 0\nLine count: 3\nArc count: 0\nImage count: 0\nClosed Path count: 0\n",
         )
 
@@ -312,7 +321,7 @@ class Describing(CommandLine):
         os.rename(self.folder / name, os.fsencode(self.folder) + b"/n\xff.eps")
         labels = HEADER + '%%Pages: 2\n%%Page: "\x01\xff\\ 1\n%%Page: \xc3\xa9 2\n'
         self.write("a.eps", labels)
-        printed = self.expect(0, "info", b"n\xff.eps", "a.eps", "--json")
+        printed = self.expect(1, "info", b"n\xff.eps", "a.eps", "--json")
         unnamed, labelled = json.loads(printed.decode("utf-8"))
         self.assertEqual(unnamed["file"], "n\ufffd.eps")
         self.assertEqual(labelled["labels"][0], '"\x01\xff\\')

@@ -5,12 +5,15 @@ The program under test is named by the environment variable ORXPRINT.
 
 import base64
 import json
-import re
+import pathlib
 import struct
 import unittest
-import xml.etree.ElementTree as ElementTree
 
-from test_command_line import BOX, ENDLESS, HALF, HEADER, THREE_PAGES, CommandLine
+import jsonschema
+
+from test_command_line import BOX, ENDLESS, HALF, HEADER, SQUARE, THREE_PAGES, CommandLine
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 # Line 4 draws a stroke through a procedure of line 3, line 5 a fill, line 6 shows an image.
 DRAWN = (
@@ -117,6 +120,110 @@ class Tracing(CommandLine):
             (["--pages", "0"], "'0' is not a list of pages"),
         ]:
             self.assertEqual(self.expect(2, "trace", "a.eps", *arguments, message=message), b"")
+
+
+class Describing(CommandLine):
+    schema = json.loads((ROOT / "docs/info.schema.json").read_text())
+
+    def described(self, status, *arguments, **options):
+        objects = json.loads(self.expect(status, "info", "--json", *arguments, **options))
+        jsonschema.validate(objects, self.schema)
+        return objects
+
+    def test_comments_come_with_their_lines(self):
+        document = (
+            "%!PS-Adobe-3.0 EPSF-3.0\r\n%%Title: (A (b) c)\r\n%%Creator:  maker 1.0 \r\n%%For: Ada\r\n"
+            "%%CreationDate: today\r\n%%LanguageLevel: 2\r\n%%BoundingBox: (atend)\r\n"
+            "%%HiResBoundingBox: 9.5 20.25 110 69.5\r\n%%DocumentNeededFonts: (atend)\r\n"
+            "%%DocumentNeededResources: font Courier Times\r\n%%+ procset Basics 1.0 0\r\n"
+            "%%BeginDocument: other\r\n%%BoundingBox: 1 2 3 4\r\n%%EndDocument\r\n"
+            + SQUARE
+            + "%%DocumentNeededFonts: Courier Helvetica\r\n%%+ Symbol\r\n%%BoundingBox: 10 20 110 70\r\n%%EOF\r\n"
+            + "%%Title: late"
+        )
+        self.write("a.eps", document)
+        (info,) = self.described(0, "a.eps")
+        self.assertEqual(
+            [info[key] for key in ("title", "creator", "for", "date", "languageLevel")],
+            ["A (b) c", "maker 1.0", "Ada", "today", "2"],
+        )
+        self.assertEqual([info["dscVersion"], info["epsfVersion"]], ["3.0", "3.0"])
+        self.assertEqual(info["fontsWanted"], ["Courier", "Times", "Helvetica", "Symbol"])
+        self.assertEqual(info["resourcesWanted"], ["procset Basics"])
+        box = {"leftPt": 10, "bottomPt": 20, "rightPt": 110, "topPt": 70}
+        self.assertEqual(
+            info["boxes"],
+            {
+                "document": {**box, "line": 18},
+                "hiRes": {"leftPt": 9.5, "bottomPt": 20.25, "rightPt": 110, "topPt": 69.5, "line": 8},
+                "drawn": box,
+            },
+        )
+        self.assertEqual(info["pageSizeFrom"], {"comment": "%%BoundingBox", "line": 13})
+        self.assertEqual([warning["name"] for warning in info["warnings"]], ["hiResBoxOutside"])
+
+    def test_pages_say_where_their_sizes_come_from_and_what_they_draw(self):
+        self.write("a.eps", THREE_PAGES)
+        for options, drawn in [([], 19.858), (["--quick"], None)]:
+            (info,) = self.described(0, "a.eps", *options)
+            sources = [page["sizeFrom"] for page in info["pageDetails"]]
+            self.assertEqual([source["line"] for source in sources], [3, 8, 3])
+            self.assertEqual(info["pageDetails"][1]["box"]["rightPt"], 144)
+            found = info["pageDetails"][1]["drawn"]
+            self.assertEqual(found and found["bottomPt"], drawn)
+            self.assertEqual(info["statistics"] is None, drawn is None)
+
+    def test_previews_are_named(self):
+        document = HALF.encode()
+        for lengths, kind in [((0, 9), "tiff"), ((9, 0), "wmf"), ((0, 0), None)]:
+            header = struct.pack("<6IH", 30, len(document), 0, lengths[0], 0, lengths[1], 0xFFFF)
+            self.write("a.eps", b"\xc5\xd0\xd3\xc6" + header + document)
+            self.assertEqual(self.described(0, "a.eps", "--quick")[0]["preview"], kind)
+        self.write("b.eps", HALF.replace(BOX, BOX + "%%BeginPreview: 1 1 1 1\n% 00\n%%EndPreview\n"))
+        self.assertEqual(self.described(0, "b.eps", "--quick")[0]["preview"], "bitmap")
+
+    def test_warnings_have_stable_names(self):
+        for document, expected in [
+            (HALF, []),
+            (HALF.replace(BOX, ""), ["noBoundingBox"]),
+            (HALF.replace(BOX, "%%BoundingBox: 1 2 3\n" + BOX), ["badBox"]),
+            (HALF.replace(BOX, BOX + "%%BoundingBox: 0 0 9 9\n"), ["severalBoxes"]),
+            (HALF.replace("45", "95"), ["drawingOutsideBox"]),
+            (HEADER + BOX, ["nothingDrawn"]),
+            (THREE_PAGES.replace("Pages: 3", "Pages: 2"), ["pageCountDiffers"]),
+            ("\x04\r\n " + HALF, []),
+        ]:
+            self.write("a.eps", document)
+            (info,) = self.described(0, "a.eps")
+            self.assertEqual([warning["name"] for warning in info["warnings"]], expected, document)
+
+    def test_a_file_that_is_no_postscript_says_so(self):
+        self.write("a.png", b"\x89PNG\r\n\x1a\n" + bytes(range(256)))
+        self.write("empty.eps", "")
+        self.write("good.eps", HALF)
+        infos = self.described(1, "a.png", "empty.eps", "good.eps", "missing.eps", "--quick")
+        self.assertEqual(
+            [info.get("isPostScript") for info in infos], [False, False, True, None]
+        )
+        self.assertIn("notPostScript", [warning["name"] for warning in infos[0]["warnings"]])
+        self.assertIn(b"Kind: no PostScript\n", self.expect(1, "info", "a.png"))
+
+    def test_hostile_comments_give_bounded_escaped_answers(self):
+        pages = "".join(f"%%Page: {i} {i}\n%%PageBoundingBox: 0 0 {i} {i}\n" for i in range(1, 12_001))
+        fonts = "%%DocumentNeededFonts:" + "".join(f" f{i}" for i in range(2000)) + "\n"
+        title = "%%Title: \x1b[2J" + "x" * 1_000_000 + "\n"
+        self.write("a.eps", HEADER + title + fonts + "%%Pages: 12000\n" + pages)
+        (info,) = self.described(0, "a.eps", message="only the first 1000 fonts")
+        self.assertEqual([len(info["pageDetails"]), len(info["fontsWanted"])], [10_000, 1000])
+        self.assertEqual([len(info["title"]), info["title"][:4]], [1000, "\x1b[2J"])
+        self.assertEqual(info["pageDetails"][9999]["sizeFrom"]["comment"], "%%PageBoundingBox")
+        self.assertIn(b"Title: \\x1b[2Jxxx", self.expect(0, "info", "a.eps", "--quick"))
+
+    def test_quick_runs_nothing(self):
+        self.write("a.eps", ENDLESS)
+        (info,) = self.described(0, "-", "--quick", stdin=ENDLESS.encode())
+        self.assertEqual([info["isPostScript"], info["statistics"]], [True, None])
+        self.assertNotIn("stopped", info)
 
 
 class Finding(CommandLine):
