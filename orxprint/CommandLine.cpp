@@ -32,6 +32,7 @@ constexpr const char* kFooter =
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2 --where\n"
     "  orxprint find part.eps --at 31.5,80mm\n"
+    "  orxprint view part.eps\n"
     "  orxprint plugin --check\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
@@ -78,6 +79,16 @@ constexpr const char* kTraceFooter =
     "Examples:\n"
     "  orxprint trace part.eps --page 2 --where\n"
     "  orxprint trace scan.eps --samples";
+
+constexpr const char* kViewFooter =
+    "Makes a page with the interpreter and the documents inside, which any browser opens: the\n"
+    "drawings, what is lost or differs, and the lines that draw it; see docs/viewer.md. Without "
+    "-o\n"
+    "it is a temporary file, which stays, and the desktop's browser opens it.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint view part.eps\n"
+    "  orxprint view *.eps -o drawings.html";
 
 constexpr const char* kFindFooter =
     "Prints the strokes, fills and images whose ink touches the place, the topmost first, with\n"
@@ -233,6 +244,7 @@ public:
     AddTrace();
     AddPlugin();
     AddFind();
+    AddView();
   }
 
   std::variant<Request, Status> Parse(const std::vector<std::string>& arguments) {
@@ -374,6 +386,25 @@ private:
     AddPagesAndJson(*findCommand, find.json);
   }
 
+  void AddView() {
+    viewCommand = app.add_subcommand("view", "Show documents in a browser, with their source");
+    viewCommand->footer(kViewFooter);
+    viewCommand->add_option("FILE", view.files, "Documents to show")->required();
+    viewCommand->add_option("-o,--output", view.output, "Where the page goes")
+        ->type_name("OUT.html");
+    viewCommand->add_flag("--no-open", view.noOpen, "Start no browser: print the page's name");
+    viewCommand->add_option("--time-limit", raw.timeLimit, "Time for each file to be read")
+        ->type_name("SECONDS");
+  }
+
+  ViewOptions FinishView() const {
+    RequireOneStandardInput(view.files);
+    if (!common.units.empty() || !common.plugin.empty() || common.memoryLimit != 0) {
+      throw CLI::ValidationError("view", "--units, --plugin and --memory-limit do nothing here");
+    }
+    return view;
+  }
+
   void AddPagesAndJson(CLI::App& command, bool& json) {
     command.add_option("--pages", raw.tracePages, "Look at these pages only: 1,3-5,7-")
         ->type_name("LIST");
@@ -426,8 +457,9 @@ private:
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, check, info, trace, find or plugin",
-                            CLI::ExitCodes::RequiredError);
+      throw CLI::ParseError(
+          "a command is required: render, check, info, trace, find, view or plugin",
+          CLI::ExitCodes::RequiredError);
     }
     if (pluginCommand->parsed()) return {common, FinishPlugin()};
     if (checkCommand->parsed()) {
@@ -446,6 +478,7 @@ private:
       return {common, trace};
     }
     if (findCommand->parsed()) return FinishFind();
+    if (viewCommand->parsed()) return {common, FinishView()};
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
@@ -465,6 +498,7 @@ private:
   CLI::App* pluginCommand = nullptr;
   bool showsTable = false;
   CLI::App* findCommand = nullptr;
+  CLI::App* viewCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
@@ -473,6 +507,7 @@ private:
   TraceOptions trace;
   PluginOptions plugin;
   FindOptions find;
+  ViewOptions view;
 };
 
 }  // namespace

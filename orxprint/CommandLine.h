@@ -91,6 +91,13 @@ struct DiffOptions {
   bool json = false;
 };
 
+// Puts documents into the page for browsers.
+struct ViewOptions {
+  std::vector<std::string> files;
+  std::string output;   // empty: a temporary file, which the desktop's browser opens
+  bool noOpen = false;  // its name is printed instead
+};
+
 // Checks a build of the plug-in.
 struct PluginOptions {
   std::string file;  // empty: as the common options say
@@ -102,7 +109,7 @@ struct PluginOptions {
 struct Request {
   CommonOptions common;
   std::variant<RenderOptions, CheckOptions, InfoOptions, TraceOptions, FindOptions, DiffOptions,
-               PluginOptions>
+               ViewOptions, PluginOptions>
       command;
 };
 

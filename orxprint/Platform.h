@@ -37,6 +37,10 @@ struct OpenedLibrary {
 // The path seen from the root. A working folder that is gone leaves it as it is, behind "./".
 [[nodiscard]] std::filesystem::path AbsolutePath(const std::filesystem::path& path);
 
+// Has the desktop show a file in the program that the person chose for its kind. Returns whether
+// that seems to work; waits a few seconds at most.
+[[nodiscard]] bool ShowOnDesktop(const std::filesystem::path& file);
+
 // The arguments that the program was started with, its name first, in UTF-8. Patterns are
 // expanded where that is not the shell's work.
 [[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** given);

@@ -53,6 +53,9 @@ Status Work(const Request& request) {
     if (const auto* check = std::get_if<PluginOptions>(&request.command)) {
       return CheckPlugin(request.common, *check);
     }
+    if (const auto* view = std::get_if<ViewOptions>(&request.command)) {
+      return View(request.common, *view);
+    }
     return RunCommand(Plugin(request.common.plugin, DeadlineIn(request.common.timeLimit.seconds)),
                       request);
   } catch (const NoPlugin& problem) {

@@ -1,10 +1,14 @@
 #include "orxprint/Platform.h"
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <pthread.h>
 #include <sched.h>
+#include <spawn.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <system_error>
 
@@ -18,7 +22,27 @@
 #  include <malloc.h>
 #endif
 
+extern "C" char** environ;
+
 namespace orxprint {
+
+namespace {
+
+// Finds the program in the usual folders; 0 when it cannot be started.
+pid_t StartQuietly(char* const* words) {
+  posix_spawn_file_actions_t actions;
+  if (posix_spawn_file_actions_init(&actions) != 0) return 0;
+  pid_t child = 0;
+  const bool isStarted =
+      posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0) == 0 &&
+      posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0) == 0 &&
+      posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO) == 0 &&
+      posix_spawnp(&child, words[0], &actions, nullptr, words, environ) == 0;
+  posix_spawn_file_actions_destroy(&actions);
+  return isStarted ? child : 0;
+}
+
+}  // namespace
 
 #if defined(__APPLE__)
 
@@ -92,6 +116,27 @@ std::filesystem::path AbsolutePath(const std::filesystem::path& path) {
   std::error_code error;
   std::filesystem::path absolute = std::filesystem::absolute(path, error);
   return error ? std::filesystem::path("./") / path : absolute;
+}
+
+bool ShowOnDesktop(const std::filesystem::path& file) {
+#if defined(__APPLE__)
+  std::string program = "open";
+#else
+  std::string program = "xdg-open";
+#endif
+  std::string name = file.string();
+  char* const words[] = {program.data(), name.data(), nullptr};
+  const pid_t child = StartQuietly(words);
+  if (child == 0) return false;
+  // It hands the file on and ends; where it is the browser itself, it stays.
+  constexpr std::chrono::milliseconds kPatience(50);
+  constexpr int kMostLooks = 100;
+  int status = 0;
+  for (int look = 0; look < kMostLooks; ++look) {
+    if (waitpid(child, &status, WNOHANG) != 0) return status == 0;
+    std::this_thread::sleep_for(kPatience);
+  }
+  return true;
 }
 
 std::vector<std::string> ProgramArguments(int count, char** given) {

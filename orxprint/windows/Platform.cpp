@@ -94,6 +94,13 @@ void* FindFunction(void* library, const char* name) {
 
 fs::path AbsolutePath(const fs::path& path) { return PathOf(NameOf(path)); }
 
+bool ShowOnDesktop(const fs::path& file) {
+  constexpr INT_PTR kLastError = 32;
+  const HINSTANCE shown =
+      ShellExecuteW(nullptr, L"open", file.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+  return reinterpret_cast<INT_PTR>(shown) > kLastError;
+}
+
 std::vector<std::string> ProgramArguments(int, char**) {
   int count = 0;
   LPWSTR* const given = CommandLineToArgvW(GetCommandLineW(), &count);

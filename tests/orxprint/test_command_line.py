@@ -122,6 +122,8 @@ class Usage(CommandLine):
         for arguments, message in [
             ([], "a command is required"),
             (["paint"], "paint"),
+            (["--units", "pt", "view", "a.eps"], "do nothing here"),
+            (["view", "-", "-"], "standard input"),
             (["render"], "FILE"),
             (["render", "a.eps", "-f", "jpeg"], "'jpeg' is not a format"),
             (["render", "a.eps", "-o", "a.jpeg"], "says no format"),

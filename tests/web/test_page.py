@@ -257,6 +257,25 @@ class PageTest(unittest.TestCase):
         self.assertEqual(blocked, "connect-src")
         self.browser.get_log("browser")  # which tells of it, too
 
+    def test_view_carries_documents_under_any_name(self):
+        with tempfile.TemporaryDirectory() as folder:
+            name = 'a"><b>&amp;.eps'
+            file = pathlib.Path(folder) / name
+            file.write_bytes(CROSSING)
+            page = pathlib.Path(folder) / "view.html"
+            view = [os.environ["ORXPRINT"], "view", str(file)]
+            ended = subprocess.run([*view, "missing.eps", "-o", str(page)],
+                                   stderr=subprocess.PIPE, check=False)
+            self.assertEqual(ended.returncode, 1)
+            self.assertIn(b"missing.eps: no such file", ended.stderr)
+            self.browser.get(page.as_uri())
+            self.wait(lambda: self.text("page-number") == "1 / 1")
+            self.assertEqual(self.text("documents"), name)
+            printed = subprocess.run([*view, "--no-open"], stdout=subprocess.PIPE, check=True,
+                                     env={**os.environ, "TMPDIR": folder}).stdout
+            self.assertEqual(pathlib.Path(printed.decode().strip()).read_bytes().count(
+                b'class="document"'), 1)
+
     def test_drawings_are_those_of_the_program(self):
         samples = sorted((ROOT / "samples").glob("*.eps"))
         with tempfile.TemporaryDirectory() as folder:

@@ -49,9 +49,11 @@ function meaningOf({ meaning, ratio, detail }) {
 // A finding in a sentence: what it means, what it comes from, how often and where.
 export function aboutFinding(file, finding) {
   const { name, times, places } = finding;
-  const lines = [...new Set(places.map((byte) => lineAt(file, byte)))];
+  const inFile = places.filter((byte) => byte >= 0);
+  const lines = [...new Set(inFile.map((byte) => file.lines.lineOf(byte) + 1))];
   const more = times > places.length ? ', …' : '';
-  const where = lines.length === 0 ? '' : `; ${lines.join(', ')}${more}`;
+  const word = lines.length === 1 ? 'line' : 'lines';
+  const where = lines.length === 0 ? '' : `; ${word} ${lines.join(', ')}${more}`;
   const cause = name === '' ? '' : `${name}: `;
   return `${cause}${meaningOf(finding)}. ${times} ×${where}`;
 }
