@@ -46,14 +46,19 @@ public:
   // Told once at the end of each pass and query, before the call that started it returns; not where
   // there was nothing to read from.
   virtual void PassEnded(const ORXPassEnd& end) noexcept = 0;
-  // Whether Noted is to be called; asked when the watcher is set.
-  [[nodiscard]] virtual bool WantsNotes() const noexcept { return false; }
-  // Told where the interpreter does less, or other, than PostScript asks for. The ORXWatchable
-  // answers what it looks like there. It can be told as often as the document runs operators.
-  virtual void Noted(const ORXNote& /*note*/) noexcept {}
 
 protected:
   ~ORXInterpreterWatcher() = default;
+};
+
+// Told where the interpreter does less, or other, than PostScript asks for; on the thread of the
+// run, as often as the document runs operators. The ORXWatchable answers what it looks like there.
+class ORXNoteListener {
+public:
+  virtual void Noted(const ORXNote& note) noexcept = 0;
+
+protected:
+  ~ORXNoteListener() = default;
 };
 
 // Bytes of the document from its start.
@@ -89,6 +94,8 @@ public:
   // Leaves a mark in the current graphics state, which is saved and restored with it and means
   // nothing to the interpreter. 0 in a new interpreter.
   virtual void SetMark(std::uint32_t mark) noexcept = 0;
+  // The listener is borrowed, as the watcher is; null for none.
+  virtual void SetListener(ORXNoteListener* listener) noexcept = 0;
 
 protected:
   ~ORXWatchable() = default;

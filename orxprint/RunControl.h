@@ -53,7 +53,7 @@ struct Stopped {
 
 // What the running and the waiting thread share. The flags are looked at on every call of a run, so
 // nothing here locks.
-class RunControl final : public ORXInterpreterWatcher {
+class RunControl final : public ORXInterpreterWatcher, public ORXNoteListener {
 public:
   explicit RunControl(Deadline runDeadline = {}) noexcept : deadline(runDeadline) {}
 
@@ -70,7 +70,7 @@ public:
   // Takes what keeps a pass from being complete: a cause to stop the run, or a limit met on the
   // way.
   void PassEnded(const ORXPassEnd& end) noexcept override;
-  [[nodiscard]] bool WantsNotes() const noexcept override { return judge && watched; }
+  [[nodiscard]] bool WantsNotes() const noexcept { return judge && watched; }
   void Noted(const ORXNote& note) noexcept override;
   // Throws Stopped when the run may not go on.
   void Require();

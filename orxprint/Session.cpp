@@ -19,6 +19,7 @@ void LetWatch(ORXPrintInterpreter& interpreter, RunControl& control) {
   if (!watchable) return;
   control.watched = watchable;
   watchable->SetWatcher(&control);
+  if (control.WantsNotes()) watchable->SetListener(&control);
 }
 
 }  // namespace

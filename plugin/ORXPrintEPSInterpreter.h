@@ -63,6 +63,9 @@ public:
   [[nodiscard]] bool RunsAny(std::int32_t fromTop, ORXNameTest& test) noexcept override;
   [[nodiscard]] bool NameRunsAny(std::string_view name, ORXNameTest& test) noexcept override;
   [[nodiscard]] bool RunningRunsAny(ORXNameTest& test) noexcept override;
+  void SetListener(ORXNoteListener* newListener) noexcept override {
+    watch.SetListener(newListener);
+  }
   void SetMark(std::uint32_t mark) noexcept override { canvas.Current().mark = mark; }
 
   Canvas canvas;

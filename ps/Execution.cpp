@@ -56,13 +56,14 @@ NameLookup LookupName(Machine& machine, const NameText& name) {
 
 namespace {
 
-void NoteUnknownName(const Machine& machine, const Name& name) noexcept {
+[[gnu::cold, gnu::noinline]] void NoteUnknownName(const Machine& machine,
+                                                  const Name& name) noexcept {
   machine.watch.Note({ORXNoteKind::UnknownName, name.text.View(), {}, 0});
 }
 
 // Does what executing one object does at once; a procedure only begins to run. Null is the value of
-// a name that is defined nowhere.
-inline void BeginExecution(Machine& machine, PSObject* object) {
+// a name that is defined nowhere. Inlined by force: the loop below is the interpreter's hottest.
+[[gnu::always_inline]] inline void BeginExecution(Machine& machine, PSObject* object) {
   while (object && !object->literal) {
     if (object->Is(PSObjectType::Operator)) {
       if (const OperatorRow* row = object->nameText.Row()) RunOperator(machine, *row);

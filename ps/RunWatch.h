@@ -14,10 +14,8 @@ namespace orxeps {
 class RunWatch {
 public:
   // The watcher is borrowed; null for none.
-  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept {
-    watcher = newWatcher;
-    listener = watcher && watcher->WantsNotes() ? watcher : nullptr;
-  }
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept { watcher = newWatcher; }
+  void SetListener(ORXNoteListener* newListener) noexcept { listener = newListener; }
   void BeginPass() noexcept {
     stopped = false;
     end = {};
@@ -56,7 +54,7 @@ private:
   static constexpr std::int32_t kStepsBetweenQuestions = 4096;
 
   ORXInterpreterWatcher* watcher = nullptr;
-  ORXInterpreterWatcher* listener = nullptr;  // the watcher, if it wants notes
+  ORXNoteListener* listener = nullptr;
   bool stopped = false;
   std::int32_t stepsLeft = kStepsBetweenQuestions;
   ORXPassEnd end;

@@ -19,11 +19,11 @@ using orxdrawing::Loss;
 using orxdrawing::LossJudge;
 
 // An interpreter with a judge at its side, as the host puts them together.
-class JudgedRun final : public SilentGenerator, private ORXInterpreterWatcher {
+class JudgedRun final : public SilentGenerator, private ORXNoteListener {
 public:
   explicit JudgedRun(std::string_view program)
       : document(std::string(program) + "\n"), input(document), interpreter(&input) {
-    interpreter.SetWatcher(this);
+    interpreter.SetListener(this);
     interpreter.Generate(this);
     interpreter.ReleaseObjects();
   }
@@ -44,9 +44,6 @@ public:
   LossJudge judge;
 
 private:
-  bool MayGoOn() noexcept override { return true; }
-  void PassEnded(const ORXPassEnd&) noexcept override {}
-  [[nodiscard]] bool WantsNotes() const noexcept override { return true; }
   void Noted(const ORXNote& note) noexcept override { judge.TakeNote(note, interpreter); }
 
   const std::string document;

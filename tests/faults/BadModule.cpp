@@ -35,6 +35,7 @@ public:
   [[nodiscard]] bool RunsAny(std::int32_t, ORXNameTest&) noexcept override { return false; }
   [[nodiscard]] bool NameRunsAny(std::string_view, ORXNameTest&) noexcept override { return false; }
   [[nodiscard]] bool RunningRunsAny(ORXNameTest&) noexcept override { return false; }
+  void SetListener(ORXNoteListener* /*listener*/) noexcept override {}
   void SetMark(std::uint32_t /*mark*/) noexcept override {}
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }

@@ -16,13 +16,10 @@ namespace orxtests {
 namespace {
 
 // Looks at everything there is at each note.
-class CuriousWatcher final : public ORXInterpreterWatcher {
+class CuriousListener final : public ORXNoteListener {
 public:
-  explicit CuriousWatcher(ORXWatchable& asked) : watchable(asked) {}
+  explicit CuriousListener(ORXWatchable& asked) : watchable(asked) {}
 
-  bool MayGoOn() noexcept override { return true; }
-  void PassEnded(const ORXPassEnd&) noexcept override {}
-  [[nodiscard]] bool WantsNotes() const noexcept override { return true; }
   void Noted(const ORXNote& note) noexcept override {
     class Nothing final : public ORXNameTest {
       bool Test(std::string_view) noexcept override { return false; }
@@ -52,12 +49,12 @@ int ExpectSameCalls(const std::string& program) {
     run->ExpectCircles();
     run->AllowOddCalls();
   }
-  CuriousWatcher watcher(watched.Get());
-  watched.Get().SetWatcher(&watcher);
+  CuriousListener listener(watched.Get());
+  watched.Get().SetListener(&listener);
   EXPECT_EQ(watched.Draw(), alone.Draw()) << program.substr(0, 500);
   EXPECT_EQ(watched.Stack(), alone.Stack());
   EXPECT_EQ(watched.Get().heap.Budget().used, alone.Get().heap.Budget().used);
-  return watcher.notes;
+  return listener.notes;
 }
 
 TEST(Notes, ChangeNoCallOfWholeDocuments) {
