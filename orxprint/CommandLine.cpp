@@ -29,6 +29,7 @@ constexpr const char* kFooter =
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2 --where\n"
     "  orxprint find part.eps --at 31.5,80mm\n"
+    "  orxprint diff old.eps new.eps -o difference.svg\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
     "\n"
     "A FILE of - is standard input; an output of - is standard output.\n"
@@ -58,6 +59,16 @@ constexpr const char* kFindFooter =
     "Prints the strokes, fills and images whose ink touches the place, the topmost first, with\n"
     "the page and the line that drew each. Places count from the document's origin, y upwards, as\n"
     "in a trace; without mm or pt in the unit of --units. With --json: docs/comparing.md.";
+
+constexpr const char* kDiffFooter =
+    "Prints which strokes, fills and images were added (+), removed (-) or changed (!) from "
+    "BEFORE\n"
+    "to AFTER, page by page, with the lines that drew them. OUT shows what differs, BEFORE's in "
+    "red\n"
+    "and AFTER's in blue, over the rest in pale grey; nothing is written when nothing differs.\n"
+    "Exit status: 0 both draw the same; 1 they differ; 2 trouble, wrong usage and limits "
+    "included;\n"
+    "5 the plug-in could not be loaded.";
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
@@ -184,6 +195,7 @@ public:
     AddInfo();
     AddTrace();
     AddFind();
+    AddDiff();
   }
 
   std::variant<Request, Status> Parse(int argumentCount, const char* const* arguments) {
@@ -306,6 +318,33 @@ private:
     AddPagesAndJson(*findCommand, find.json);
   }
 
+  void AddDiff() {
+    diffCommand = AddCommand("diff", "Tell what differs between two drawings", kDiffFooter);
+    diffCommand->add_option("BEFORE", diff.before, "The one document")->required();
+    diffCommand->add_option("AFTER", diff.after, "The other document")->required();
+    diffCommand->add_option("-o,--output", diff.output, "Draw what differs, as SVG, PDF or PNG")
+        ->type_name("OUT");
+    diffCommand->add_option("-r,--resolution", diff.dotsPerInch, "Dots per inch of a PNG (150)")
+        ->type_name("DPI")
+        ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
+    diffCommand
+        ->add_option("--tolerance", diff.toleranceMillimetres,
+                     "Take coordinates so near for the same, in mm (0.001)")
+        ->type_name("MM")
+        ->check(CLI::Range(0.0, kMostWithinMillimetres));
+    AddPagesAndJson(*diffCommand, diff.json);
+  }
+
+  Request FinishDiff() {
+    RequireOneStandardInput({diff.before, diff.after});
+    diff.pages = ParsePages(raw.tracePages);
+    if (diff.output.empty()) return {common, diff};
+    diff.format = FormatOfFile(diff.output);
+    if (diff.format) return {common, diff};
+    throw CLI::ValidationError(
+        "--output", "the ending of '" + diff.output + "' says no format: use .svg, .pdf or .png");
+  }
+
   void AddPagesAndJson(CLI::App& command, bool& json) {
     command.add_option("--pages", raw.tracePages, "Look at these pages only: 1,3-5,7-")
         ->type_name("LIST");
@@ -324,7 +363,7 @@ private:
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
-      throw CLI::ParseError("a command is required: render, info, trace or find",
+      throw CLI::ParseError("a command is required: render, info, trace, find or diff",
                             CLI::ExitCodes::RequiredError);
     }
     if (infoCommand->parsed()) {
@@ -338,6 +377,7 @@ private:
       return {common, trace};
     }
     if (findCommand->parsed()) return FinishFind();
+    if (diffCommand->parsed()) return FinishDiff();
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
     render.format = &ChooseFormat(raw.format, render);
@@ -351,12 +391,14 @@ private:
   CLI::App* infoCommand = nullptr;
   CLI::App* traceCommand = nullptr;
   CLI::App* findCommand = nullptr;
+  CLI::App* diffCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
   RenderOptions render;
   InfoOptions info;
   TraceOptions trace;
   FindOptions find;
+  DiffOptions diff;
 };
 
 }  // namespace

@@ -15,5 +15,7 @@ namespace orxprint {
                            const TraceOptions& options);
 [[nodiscard]] Status Find(const Plugin& plugin, const CommonOptions& common,
                           const FindOptions& options);
+[[nodiscard]] Status Diff(const Plugin& plugin, const CommonOptions& common,
+                          const DiffOptions& options);
 
 }  // namespace orxprint
