@@ -2,6 +2,7 @@
 // harmless before a terminal sees them.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ void AppendFloat(std::string& text, float value);
 // changes the direction of writing replaced by an escape such as \x1b or \u202e. A backslash
 // stays as it is.
 [[nodiscard]] std::string EscapeForTerminal(std::string_view text);
+
+// The first bytes of a text, at most so many, cut between characters.
+[[nodiscard]] std::string_view Shortened(std::string_view text, std::size_t mostBytes);
 
 // The text as a JSON string with its quotes; bytes that are not UTF-8 become U+FFFD.
 [[nodiscard]] std::string QuoteForJson(std::string_view text);

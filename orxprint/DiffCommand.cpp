@@ -43,6 +43,7 @@ struct Drawn {
     DrawShapes(session, ChoosePasses(session, pages), shapes);
     if (session.Stopping()) throw Stopped{*session.Stopping()};
     hasShortfalls = session.TellShortfalls() != Status::Done;
+    if (!shapes->Shapes().empty()) WarnOfMissingPlace(session, shapes->Shapes()[0].record.place);
   }
   [[nodiscard]] std::uint32_t PageOf(std::size_t shape) const {
     return shapes->Shapes()[shape].record.page;

@@ -218,6 +218,9 @@ class Describing(CommandLine):
         (info,) = self.described(0, "a.eps", message="only the first 1000 fonts")
         self.assertEqual([len(info["pageDetails"]), len(info["fontsWanted"])], [10_000, 1000])
         self.assertEqual([len(info["title"]), info["title"][:4]], [1000, "\x1b[2J"])
+        self.write("b.eps", HEADER + "%%Pages: 1\n%%Page: " + "\xc3\xa9" * 500_000 + " 1\n")
+        (label,) = self.described(0, "b.eps", "--quick")[0]["labels"]
+        self.assertEqual(label, "\xe9" * 500)
         self.assertEqual(info["pageDetails"][9999]["sizeFrom"]["comment"], "%%PageBoundingBox")
         self.assertIn(b"Title: \\x1b[2Jxxx", self.expect(0, "info", "a.eps", "--quick"))
 
