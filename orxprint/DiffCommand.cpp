@@ -99,9 +99,8 @@ private:
                               (isOneOfMany || HasNumberPlace(options.output));
       OutputFile& output =
           outputs.emplace_back(isNumbered ? NumberedName(options.output, page) : options.output);
-      picture = options.format->make(
-          {options.dotsPerInch, Units::FromEnvironment().pointsPerUnit, {}, {}, MayGoOn()},
-          [&output](std::string_view bytes) { output.Write(bytes); });
+      picture = options.format->make(Settings(),
+                                     [&output](std::string_view bytes) { output.Write(bytes); });
     }
     orxdrawing::ShapeSink& sink = picture->BeginPage({AtLeastVisible(*area), ""});
     DrawComparison(sink, *before.shapes, *after.shapes, differences, page);
@@ -113,8 +112,12 @@ private:
     return box;
   }
 
-  [[nodiscard]] orxdrawing::MayGoOn MayGoOn() const {
-    return [end = after.session.GivenEnd()] { return !end || Clock::now() < *end; };
+  [[nodiscard]] PictureSettings Settings() const {
+    PictureSettings settings;
+    settings.dotsPerInch = options.dotsPerInch;
+    settings.pointsPerUnit = after.shapes->PointsPerUnit();
+    settings.mayGoOn = [end = after.session.GivenEnd()] { return !end || Clock::now() < *end; };
+    return settings;
   }
 
   void EndFile() {
