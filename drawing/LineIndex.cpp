@@ -8,6 +8,7 @@ void LineIndex::Load(std::size_t block) {
   if (block == loaded) return;
   size = read(std::uint64_t{block} * kBlockBytes, bytes.data(), bytes.size());
   loaded = block;
+  nearPlace = 0;
 }
 
 // A newline behind a return ends no line of its own.
@@ -29,9 +30,14 @@ std::uint64_t LineIndex::LineOf(std::uint64_t place) {
     starts.push_back(count);
   }
   Load(wanted);
-  Count count = starts[wanted];
-  Step(count, 0, std::min(static_cast<std::size_t>(place % kBlockBytes), size));
-  return count.line;
+  const std::size_t end = std::min(static_cast<std::size_t>(place % kBlockBytes), size);
+  if (nearPlace == 0 || end < nearPlace) {
+    near = starts[wanted];
+    nearPlace = 0;
+  }
+  Step(near, nearPlace, end);
+  nearPlace = end;
+  return near.line;
 }
 
 }  // namespace orxdrawing

@@ -39,6 +39,8 @@ private:
   std::array<char, kBlockBytes> bytes{};
   std::size_t loaded = SIZE_MAX;  // the block that `bytes` holds
   std::size_t size = 0;           // of it
+  Count near;                     // at the place in it that was asked about last
+  std::size_t nearPlace = 0;
 };
 
 }  // namespace orxdrawing

@@ -103,6 +103,17 @@ std::string ToUtf8(std::string_view text) {
   return result;
 }
 
+std::string_view Shortened(std::string_view text, std::size_t mostBytes) {
+  if (text.size() <= mostBytes) return text;
+  std::size_t size = mostBytes;
+  constexpr std::size_t kMostTrailing = 3;
+  while (size > 0 && mostBytes - size < kMostTrailing &&
+         (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) {
+    --size;
+  }
+  return text.substr(0, size);
+}
+
 std::string QuoteForJson(std::string_view text) {
   std::string quoted = "\"";
   while (!text.empty()) {

@@ -2,6 +2,7 @@
 // harmless before a terminal sees them.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ void AppendFloat(std::string& text, float value);
 // The text itself where it is UTF-8, else each byte taken for a character of Latin 1; control
 // characters become spaces.
 [[nodiscard]] std::string ToUtf8(std::string_view text);
+
+// The first bytes of a text, at most so many, cut between characters.
+[[nodiscard]] std::string_view Shortened(std::string_view text, std::size_t mostBytes);
 
 // The text as a JSON string with its quotes; bytes that are not UTF-8 become U+FFFD.
 [[nodiscard]] std::string QuoteForJson(std::string_view text);

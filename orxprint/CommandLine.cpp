@@ -32,6 +32,7 @@ constexpr const char* kFooter =
     "  orxprint info *.eps --json\n"
     "  orxprint trace part.eps --page 2 --where\n"
     "  orxprint find part.eps --at 31.5,80mm\n"
+    "  orxprint diff old.eps new.eps -o difference.svg\n"
     "  orxprint view part.eps\n"
     "  orxprint plugin --check\n"
     "  cat part.eps | orxprint render - -f pdf > part.pdf\n"
@@ -58,7 +59,11 @@ constexpr const char* kCheckFooter =
     "Interprets and draws nothing. Prints one line for a document of which nothing is lost;\n"
     "otherwise what is lost or differs, the gravest first, with the lines of its PostScript\n"
     "section. docs/check.md lists every kind. Ends with 3 when content is missing or wrong.\n"
-    "With --json: an array with an object for each file, as docs/check.schema.json says.";
+    "With --json: an array with an object for each file, as docs/check.schema.json says.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint check *.eps\n"
+    "  orxprint check *.eps --html drawings.html";
 
 constexpr const char* kInfoFooter =
     "Prints what the comments say, with the line of each box, what was drawn, and warnings by\n"
@@ -93,7 +98,7 @@ constexpr const char* kViewFooter =
 constexpr const char* kFindFooter =
     "Prints the strokes, fills and images whose ink touches the place, the topmost first, with\n"
     "the page and the line that drew each. Places count from the document's origin, y upwards, as\n"
-    "in a trace; without mm or pt in the unit of --units. With --json: docs/comparing.md.\n"
+    "in a trace; without mm or pt in the unit of --units. With --json: docs/find.md.\n"
     "\n"
     "Examples:\n"
     "  orxprint find part.eps --at 31.5,80mm\n"
@@ -107,6 +112,20 @@ constexpr const char* kPluginFooter =
     "Examples:\n"
     "  orxprint plugin --check\n"
     "  orxprint plugin --check build/release/lib/ORXPrintEPSInterpreter.so --only load,stop";
+
+constexpr const char* kDiffFooter =
+    "Prints which strokes, fills and images were added (+), removed (-) or changed (!) from "
+    "BEFORE\n"
+    "to AFTER, page by page, with the lines that drew them. OUT shows what differs, BEFORE's in "
+    "red\n"
+    "and AFTER's in blue, over the rest in pale grey; nothing is written when nothing differs.\n"
+    "Exit status: 0 both draw the same; 1 they differ; 2 trouble, wrong usage and limits "
+    "included;\n"
+    "5 the plug-in could not be loaded.\n"
+    "\n"
+    "Examples:\n"
+    "  orxprint diff old.eps new.eps\n"
+    "  orxprint diff old.eps new.eps -o difference.svg --tolerance 0.01";
 
 constexpr double kLeastDotsPerInch = 1;
 constexpr double kMostDotsPerInch = 9600;
@@ -244,6 +263,7 @@ public:
     AddTrace();
     AddPlugin();
     AddFind();
+    AddDiff();
     AddView();
   }
 
@@ -386,6 +406,33 @@ private:
     AddPagesAndJson(*findCommand, find.json);
   }
 
+  void AddDiff() {
+    diffCommand = AddCommand("diff", "Tell what differs between two drawings", kDiffFooter);
+    diffCommand->add_option("BEFORE", diff.before, "The one document")->required();
+    diffCommand->add_option("AFTER", diff.after, "The other document")->required();
+    diffCommand->add_option("-o,--output", diff.output, "Draw what differs, as SVG, PDF or PNG")
+        ->type_name("OUT");
+    diffCommand->add_option("-r,--resolution", diff.dotsPerInch, "Dots per inch of a PNG (150)")
+        ->type_name("DPI")
+        ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
+    diffCommand
+        ->add_option("--tolerance", diff.toleranceMillimetres,
+                     "Take coordinates so near for the same, in mm (0.001)")
+        ->type_name("MM")
+        ->check(CLI::Range(0.0, kMostWithinMillimetres));
+    AddPagesAndJson(*diffCommand, diff.json);
+  }
+
+  Request FinishDiff() {
+    RequireOneStandardInput({diff.before, diff.after});
+    diff.pages = ParsePages(raw.tracePages);
+    if (diff.output.empty()) return {common, diff};
+    diff.format = FormatOfFile(diff.output);
+    if (diff.format) return {common, diff};
+    throw CLI::ValidationError(
+        "--output", "the ending of '" + diff.output + "' says no format: use .svg, .pdf or .png");
+  }
+
   void AddView() {
     viewCommand = app.add_subcommand("view", "Show documents in a browser, with their source");
     viewCommand->footer(kViewFooter);
@@ -458,7 +505,7 @@ private:
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {
       throw CLI::ParseError(
-          "a command is required: render, check, info, trace, find, view or plugin",
+          "a command is required: render, check, info, trace, find, diff, view or plugin",
           CLI::ExitCodes::RequiredError);
     }
     if (pluginCommand->parsed()) return {common, FinishPlugin()};
@@ -478,6 +525,7 @@ private:
       return {common, trace};
     }
     if (findCommand->parsed()) return FinishFind();
+    if (diffCommand->parsed()) return FinishDiff();
     if (viewCommand->parsed()) return {common, FinishView()};
     RequireOneStandardInput(render.files);
     render.area = ParseArea(raw.area);
@@ -498,6 +546,7 @@ private:
   CLI::App* pluginCommand = nullptr;
   bool showsTable = false;
   CLI::App* findCommand = nullptr;
+  CLI::App* diffCommand = nullptr;
   CLI::App* viewCommand = nullptr;
   CommonOptions common;
   RawOptions raw;
@@ -507,6 +556,7 @@ private:
   TraceOptions trace;
   PluginOptions plugin;
   FindOptions find;
+  DiffOptions diff;
   ViewOptions view;
 };
 

@@ -21,5 +21,7 @@ namespace orxprint {
 [[nodiscard]] Status CheckPlugin(const CommonOptions& common, const PluginOptions& options);
 [[nodiscard]] Status Find(const Plugin& plugin, const CommonOptions& common,
                           const FindOptions& options);
+[[nodiscard]] Status Diff(const Plugin& plugin, const CommonOptions& common,
+                          const DiffOptions& options);
 
 }  // namespace orxprint

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "drawing/Text.h"
 #include "orxprint/PageChoice.h"
 #include "orxprint/ShapeRuns.h"
 
@@ -40,6 +41,10 @@ std::vector<std::uint32_t> PagesToAskAbout(const PageAnswers& answers) {
   std::vector<std::uint32_t> pages(std::min(answers.count.value_or(0), kMostAskedPages));
   std::iota(pages.begin(), pages.end(), 1U);
   return pages;
+}
+
+std::string Shortened(const std::string& label) {
+  return std::string(orxdrawing::Shortened(label, Statements::kMostTextBytes));
 }
 
 bool Holds(const Box& outer, const Box& inner, double tolerance) {
@@ -162,6 +167,9 @@ Description DescribeDocument(Session& session, bool isQuick) {
     if (boxes[i].box) description.firstBoxes.try_emplace({boxes[i].page, boxes[i].comment}, i);
   }
   description.answers = session.Ask(PagesToAskAbout);
+  for (PageAnswers::Page& page : description.answers.pages) {
+    if (page.label) page.label = Shortened(*page.label);
+  }
   if (!isQuick) {
     if (const auto lines = session.Count()) description.statistics = ReadStatistics(*lines);
   }

@@ -73,6 +73,7 @@ Status FindIn(Session& session, const FindOptions& options) {
                             : ForPeople(shapes, places));
   output.RequireSuccess();
   if (shapes.empty()) Warn(session.Name(), "nothing was drawn there");
+  if (!shapes.empty()) WarnOfMissingPlace(session, shapes[0].place);
   if (picked->LeftOut() > 0) {
     Warn(session.Name(), "of the shapes drawn first " + std::to_string(picked->LeftOut()) +
                              " are left out: choose fewer pages (--pages)");

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "drawing/PageFilter.h"
+#include "orxprint/Messages.h"
 #include "orxprint/SourcePlaces.h"
 
 namespace orxprint {
@@ -48,6 +49,11 @@ void DrawShapes(Session& session, const std::vector<PageSelection>& passes,
     desk->filter.Finish();
     if (session.Stopping()) return;
   }
+}
+
+void WarnOfMissingPlace(const Session& session, const ORXPlace& place) {
+  if (place.token != ORXPlace::kNone) return;
+  Warn(session.Name(), "the plug-in does not tell where it is: lines are left out");
 }
 
 }  // namespace orxprint

@@ -14,4 +14,8 @@ namespace orxprint {
 void DrawShapes(Session& session, const std::vector<PageSelection>& passes,
                 const std::shared_ptr<orxdrawing::PlacedSink>& sink);
 
+// Tells the person that a plug-in does not say where it is, if a shape that it drew there shows
+// that.
+void WarnOfMissingPlace(const Session& session, const ORXPlace& place);
+
 }  // namespace orxprint

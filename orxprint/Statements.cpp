@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "drawing/DocumentComments.h"
+#include "drawing/Text.h"
 
 namespace orxprint {
 
@@ -33,7 +34,7 @@ std::string TextOf(std::string_view value) {
   if (value.size() >= 2 && value.front() == '(' && value.back() == ')') {
     value = value.substr(1, value.size() - 2);
   }
-  return std::string(value.substr(0, Statements::kMostTextBytes));
+  return std::string(orxdrawing::Shortened(value, Statements::kMostTextBytes));
 }
 
 // The version behind a word such as "PS-Adobe-3.0".
@@ -125,7 +126,7 @@ private:
     }
   }
   void AddName(std::vector<std::string>& names, std::string name) {
-    name.resize(std::min(name.size(), Statements::kMostTextBytes));
+    name.resize(orxdrawing::Shortened(name, Statements::kMostTextBytes).size());
     std::set<std::string>& seen = &names == &found.fonts ? seenFonts : seenResources;
     if (seen.contains(name)) return;
     if (names.size() == Statements::kMostNames) {

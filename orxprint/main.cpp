@@ -39,6 +39,9 @@ Status RunCommand(const Plugin& plugin, const Request& request) {
   if (const auto* find = std::get_if<FindOptions>(&request.command)) {
     return Find(plugin, request.common, *find);
   }
+  if (const auto* diff = std::get_if<DiffOptions>(&request.command)) {
+    return Diff(plugin, request.common, *diff);
+  }
   return Trace(plugin, request.common, std::get<TraceOptions>(request.command));
 }
 

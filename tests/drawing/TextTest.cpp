@@ -101,5 +101,47 @@ TEST(TraceGenerator, WritesEveryCallAsOneLine) {
             "report: low\\x1b\n");
 }
 
+TEST(Shortened, CutsBetweenCharacters) {
+  EXPECT_EQ(Shortened("abc", 3), "abc");
+  EXPECT_EQ(Shortened("abcd", 3), "abc");
+  EXPECT_EQ(Shortened("a\xE2\x82\xAC", 3), "a");
+  EXPECT_EQ(Shortened("\xC3\xA9\xC3\xA9", 2), "\xC3\xA9");
+  EXPECT_EQ(Shortened(std::string(9, '\x80'), 7).size(), 4U) << "no text at all";
+}
+
+TEST(TraceGenerator, WritesTheWantedCallsAsJsonWithTheirOrigin) {
+  std::string text;
+  std::optional<TraceOrigin> origin;
+  TraceGenerator::Settings settings{TraceGenerator::Samples::Written, TraceGenerator::Form::Json,
+                                    kAllTraceCalls & ~(1U << 2), [&origin] { return origin; }};
+  TraceGenerator trace(settings, [&text](std::string_view piece) { text += piece; });
+  unsigned char samples[] = {0xAB, 0x12};
+  ORXPixelImage image(1, 2, ORXPixelImageFormat::Grey8, samples,
+                      ORXDeallocatePixels::KeepWithCaller);
+  image.InvertLineProgression();
+  trace.BeginDocument("\"a\\\n");
+  trace.MoveTo(1, std::numeric_limits<float>::quiet_NaN());
+  trace.LineTo(1, 2);  // not wanted
+  trace.NewPage();
+  origin = TraceOrigin{{3, 40}, {}};
+  trace.SetLineCap(10);
+  origin->procedure = TracePlace{2, 9};
+  trace.DrawImage(0, -std::numeric_limits<float>::infinity(), 0, &image);
+  trace.NextPass(7);
+  trace.Report("low");
+  trace.Flush();
+  EXPECT_EQ(text, R"({"file": "\"a\\\u000a"}
+{"page": 1, "call": "MoveTo", "arguments": [1, "nan"]}
+{"page": 2, "call": "NewPage", "arguments": []}
+{"page": 2, "call": "SetLineCap", "arguments": [10], "line": 3, "byte": 40}
+{"page": 2, "call": "DrawImage", "arguments": [0, "-inf", 0, {"width": 1, "height": 2, "format": 0, )"
+                  R"("xPixelSize": 1, "yPixelSize": 1, "bytes": 2, "crc32": "7829184c", )"
+                  R"("samples": "12ab", "rows": "up"}], "line": 3, "byte": 40, )"
+                  R"("procedure": {"line": 2, "byte": 9}}
+{"page": 7, "call": "NewPage", "arguments": []}
+{"report": "low"}
+)");
+}
+
 }  // namespace
 }  // namespace orxdrawing

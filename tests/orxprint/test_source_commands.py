@@ -5,9 +5,11 @@ The program under test is named by the environment variable ORXPRINT.
 
 import base64
 import json
+import os
 import pathlib
 import struct
 import unittest
+import xml.etree.ElementTree as ElementTree
 
 import jsonschema
 
@@ -216,6 +218,9 @@ class Describing(CommandLine):
         (info,) = self.described(0, "a.eps", message="only the first 1000 fonts")
         self.assertEqual([len(info["pageDetails"]), len(info["fontsWanted"])], [10_000, 1000])
         self.assertEqual([len(info["title"]), info["title"][:4]], [1000, "\x1b[2J"])
+        self.write("b.eps", HEADER + "%%Pages: 1\n%%Page: " + "\xc3\xa9" * 500_000 + " 1\n")
+        (label,) = self.described(0, "b.eps", "--quick")[0]["labels"]
+        self.assertEqual(label, "\xc3\xa9" * 250)
         self.assertEqual(info["pageDetails"][9999]["sizeFrom"]["comment"], "%%PageBoundingBox")
         self.assertIn(b"Title: \\x1b[2Jxxx", self.expect(0, "info", "a.eps", "--quick"))
 
@@ -278,6 +283,73 @@ class Finding(CommandLine):
         for arguments in [["--at", "5"], ["--at", "5,6in"], ["--at", "nan,1"], ["--at", "1,2,3"], []]:
             self.expect(2, "find", "a.eps", *arguments, message="--at")
         self.expect(1, "find", "missing.eps", "--at", "1,1", message="missing.eps: no such file")
+
+
+class Comparing(CommandLine):
+    def test_differences_come_with_the_lines_of_both_documents(self):
+        self.write("a.eps", DRAWN)
+        self.write("b.eps", DRAWN.replace("0 10 bar", "\n1 0 0 setrgbcolor 0 10 bar 0 setgray"))
+        bar = DRAWN.index("bar\r")
+        printed = self.expect(1, "diff", "a.eps", "b.eps").decode()
+        place = "(procedure in line 3): stroke of 0.1 mm"
+        extent = "-0.05 3.478 to 12.75 3.578 mm"
+        self.assertEqual(
+            printed,
+            "! colour\n"
+            f"  - page 1, line 4, byte {bar} {place}, #000000, {extent}\n"
+            f"  + page 1, line 5, byte {bar + 19} {place}, #ff0000, {extent}\n"
+            "0 added, 0 removed, 1 changed\n",
+        )
+        printed = self.expect(1, "diff", "a.eps", "-", "--json", stdin=HALF.encode())
+        compared = json.loads(printed)
+        self.assertEqual([compared["added"], compared["removed"]], [1, 3])
+        self.assertEqual(compared["differences"][0]["after"]["line"], 3)
+        self.assertIsNone(compared["differences"][0]["before"])
+
+    def test_what_draws_the_same_is_the_same_however_it_is_written(self):
+        self.write("a.eps", HALF)
+        self.write("b.eps", HALF.replace("10 20 moveto", "/m {moveto} def 10.0001 20 m"))
+        self.assertEqual(self.expect(0, "diff", "a.eps", "b.eps", "-o", "d.svg"), b"")
+        self.write("c.eps", HALF.replace("110 45", "110 45.1"))
+        self.expect(1, "diff", "a.eps", "c.eps")
+        self.expect(0, "diff", "a.eps", "c.eps", "--tolerance", "0.05")
+        self.assertEqual(self.files(), ["a.eps", "b.eps", "c.eps"])
+
+    def test_the_picture_shows_the_pages_that_differ_in_two_colours(self):
+        self.write("a.eps", THREE_PAGES)
+        self.write("b.eps", THREE_PAGES.replace("0 20 bar", "0 25 bar"))
+        self.write("c.eps", THREE_PAGES.replace("0 20 bar", "0 25 bar").replace("0 30", "0 35"))
+        self.expect(1, "diff", "a.eps", "b.eps", "-o", "one.svg")
+        self.expect(1, "diff", "a.eps", "c.eps", "-o", "two.svg")
+        self.expect(1, "diff", "a.eps", "c.eps", "-o", "all.pdf")
+        self.expect(1, "diff", "a.eps", "c.eps", "-o", "p%02d.png", "--pages", "3")
+        made = ["all.pdf", "one.svg", "p03.png", "two-2.svg", "two-3.svg"]
+        self.assertEqual(self.files(), ["a.eps", made[0], "b.eps", "c.eps", *made[1:]])
+        self.assertEqual(self.read("one.svg"), self.read("two-2.svg"))
+        root = ElementTree.fromstring(self.read("one.svg"))
+        self.assertEqual([root.get("width"), root.get("height")], ["144pt", "72pt"])
+        strokes = [path.get("stroke") for path in root.iter("{http://www.w3.org/2000/svg}path")]
+        self.assertEqual(len(set(strokes)), 2)
+
+    def test_trouble_ends_with_2(self):
+        self.write("a.eps", HALF)
+        self.write("endless.eps", ENDLESS)
+        self.write("over.eps", HALF + "1 " * 2_000_000)
+        limit = ["--time-limit", "1"]
+        for arguments, message in [
+            (["a.eps"], "AFTER"),
+            (["a.eps", "missing.eps"], "missing.eps: no such file"),
+            (["-", "-"], "only once"),
+            (["a.eps", "endless.eps", *limit], "endless.eps: stopped by the time limit"),
+            (["over.eps", "over.eps"], "over.eps: a limit of the interpreter was met"),
+            (["a.eps", "endless.eps", "-o", "d.jpeg"], "says no format"),
+            (["a.eps", "a.eps", "--pages", "2"], "has 1 page"),
+        ]:
+            self.assertEqual(self.expect(2, "diff", *arguments, message=message), b"")
+        self.write("b.eps", HALF.replace("45", "50"))
+        self.expect(2, "diff", "a.eps", "b.eps", "-o", "no/d.svg", message="cannot write no/d.svg")
+        os.symlink("b.eps", self.folder / "b.svg")
+        self.expect(2, "diff", "a.eps", "b.eps", "-o", "b.svg", message="replace the document")
 
 
 if __name__ == "__main__":

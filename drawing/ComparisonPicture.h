@@ -1,0 +1,20 @@
+// The picture of what differs between two drawings.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "drawing/Comparison.h"
+#include "drawing/ShapeList.h"
+
+namespace orxdrawing {
+
+inline constexpr Colour kColourBefore = {0.84F, 0.1F, 0.11F};  // red
+inline constexpr Colour kColourAfter = {0.1F, 0.3F, 0.84F};    // blue
+
+// Draws one page: what is the same in pale grey, and over it what differs in the two colours,
+// strokes as wide as they are, fills and images as outlines, so that nothing hides anything.
+void DrawComparison(ShapeSink& sink, const ShapeList& before, const ShapeList& after,
+                    const std::vector<Difference>& differences, std::uint32_t page);
+
+}  // namespace orxdrawing
