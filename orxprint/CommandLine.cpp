@@ -87,9 +87,8 @@ constexpr const char* kTraceFooter =
 
 constexpr const char* kViewFooter =
     "Makes a page with the interpreter and the documents inside, which any browser opens: the\n"
-    "drawings, what is lost or differs, and the lines that draw it; see docs/viewer.md. Without "
-    "-o\n"
-    "it is a temporary file, which stays, and the desktop's browser opens it.\n"
+    "drawings, what is lost or differs, and the lines that draw it; see docs/viewer.md.\n"
+    "Without -o it is a temporary file, which stays, and the desktop's browser opens it.\n"
     "\n"
     "Examples:\n"
     "  orxprint view part.eps\n"
@@ -114,14 +113,11 @@ constexpr const char* kPluginFooter =
     "  orxprint plugin --check build/release/lib/ORXPrintEPSInterpreter.so --only load,stop";
 
 constexpr const char* kDiffFooter =
-    "Prints which strokes, fills and images were added (+), removed (-) or changed (!) from "
-    "BEFORE\n"
-    "to AFTER, page by page, with the lines that drew them. OUT shows what differs, BEFORE's in "
-    "red\n"
-    "and AFTER's in blue, over the rest in pale grey; nothing is written when nothing differs.\n"
-    "Exit status: 0 both draw the same; 1 they differ; 2 trouble, wrong usage and limits "
-    "included;\n"
-    "5 the plug-in could not be loaded.\n"
+    "Prints which strokes, fills and images were added (+), removed (-) or changed (!) from\n"
+    "BEFORE to AFTER, page by page, with the lines that drew them. OUT shows what differs,\n"
+    "BEFORE's in red and AFTER's in blue, over the rest in pale grey; nothing is written when\n"
+    "nothing differs. Exit status: 0 both draw the same; 1 they differ; 2 trouble, wrong usage\n"
+    "and limits included; 5 the plug-in could not be loaded.\n"
     "\n"
     "Examples:\n"
     "  orxprint diff old.eps new.eps\n"

@@ -86,6 +86,7 @@ public:
     return inner.RunningRunsAny(test);
   }
   void SetMark(std::uint32_t mark) noexcept override { inner.SetMark(mark); }
+  void SetListener(ORXNoteListener* listener) noexcept override { inner.SetListener(listener); }
 
 private:
   PrintInputStream* input;
