@@ -46,8 +46,8 @@ void IgnoreWarning(png_structp /*png*/, png_const_charp /*text*/) {}
 // The structures of a file being written.
 class File {
 public:
-  explicit File(Target& target) {
-    png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, LeaveByError, IgnoreWarning);
+  explicit File(Target& target)
+      : png(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, LeaveByError, IgnoreWarning)) {
     if (png != nullptr) info = png_create_info_struct(png);
     if (info == nullptr) {
       png_destroy_write_struct(&png, nullptr);

@@ -51,8 +51,8 @@ ShapeSink& PngPicture::BeginPage(const PicturePage& page) {
   const PixelFrame frame = FrameOf(page.area);
   RequireFits(frame, settings);
   dotsPerInch = frame.DotsPerInch();
-  return painter.emplace(
-      PaintSettings{frame, settings.background, settings.inGrey, settings.mayGoOn});
+  painter.emplace(PaintSettings{frame, settings.background, settings.inGrey, settings.mayGoOn});
+  return *painter;
 }
 
 void PngPicture::Finish() {

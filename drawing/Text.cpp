@@ -14,8 +14,9 @@ struct Decoded {
   std::size_t length = 0;  // 0: not UTF-8
 };
 
-// The first character of a text that is not empty.
+// The first character of a text.
 Decoded DecodeFirst(std::string_view text) {
+  if (text.empty()) return {};
   const auto lead = static_cast<unsigned char>(text[0]);
   if (lead < 0x80) return {lead, 1};
   const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
@@ -83,7 +84,8 @@ std::string EscapeForTerminal(std::string_view text) {
 
 std::string ToUtf8(std::string_view text) {
   bool isUtf8 = true;
-  for (std::string_view rest = text; !rest.empty() && isUtf8;) {
+  std::string_view rest = text;
+  while (isUtf8 && !rest.empty()) {
     const std::size_t length = DecodeFirst(rest).length;
     isUtf8 = length > 0;
     rest.remove_prefix(length);

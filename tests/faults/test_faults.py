@@ -316,7 +316,7 @@ class Interruption(Faults):
 
     def test_nobody_else_may_read_what_is_being_painted(self):
         whole = "0 0 moveto 100 0 lineto 100 100 lineto 0 100 lineto closepath fill\n"
-        self.write("slow.eps", pages(1, whole * 20_000))
+        self.write("slow.eps", pages(1, whole * 200_000))
         for faults in ("", self.NAMED):
             process = self.start("render", "slow.eps", *SLOWLY, faults=faults, umask=0)
             time.sleep(0.7)
@@ -532,7 +532,7 @@ class Failing(Faults):
         ]:
             told = told and f"orxprint: two.eps: {told}\n"
             environment = {"ORX_PASS_RESULT": str(result)}
-            for command in (["trace"], ["info", "--json"], ["render", "--pages", "1,1"], ["render", "-f", "none"]):
+            for command in (["trace"], ["info", "--json"], ["render", "-q", "--pages", "1,1"], ["render", "-f", "none"]):
                 with self.subTest(result=result, command=command):
                     self.write("two.svg", "old")
                     said = self.expect(status, *command, *module, environment=environment)
