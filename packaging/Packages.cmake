@@ -1,4 +1,5 @@
-# The packages that cpack writes: one .deb and one .tar.gz with everything that is installed.
+# The packages that cpack writes: one .deb and one .tar.gz with everything that is installed, or a .zip
+# for Windows.
 #
 # The owner has not chosen a licence for the project's own code yet, so the packages carry none; what
 # they are linked with is listed in docs/third-party.md.
@@ -18,4 +19,9 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/lib)
+if(WIN32)
+  # All that the program needs, in a folder to be unpacked anywhere.
+  set(CPACK_GENERATOR ZIP)
+  set(CPACK_PACKAGE_FILE_NAME orxprint-${PROJECT_VERSION}-windows-x64)
+endif()
 include(CPack)

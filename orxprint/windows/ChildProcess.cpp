@@ -7,7 +7,7 @@
 #include <thread>
 #include <utility>
 
-#include "orxprint/RunControl.h"
+#include "orxprint/Descriptor.h"
 #include "orxprint/windows/Text.h"
 
 namespace orxprint {
