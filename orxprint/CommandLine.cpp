@@ -123,9 +123,9 @@ constexpr const char* kDiffFooter =
     "  orxprint diff old.eps new.eps\n"
     "  orxprint diff old.eps new.eps -o difference.svg --tolerance 0.01";
 
-constexpr double kLeastDotsPerInch = 1;
-constexpr double kMostDotsPerInch = 9600;
-constexpr double kMostWithinMillimetres = 1e6;
+constexpr std::uint32_t kLeastDotsPerInch = 1;
+constexpr std::uint32_t kMostDotsPerInch = 9600;
+constexpr std::uint32_t kMostWithinMillimetres = 1'000'000;
 
 // A text option as the person wrote it; meaning is given to it after all of them are known.
 struct RawOptions {
@@ -145,6 +145,27 @@ struct RawOptions {
 [[noreturn]] void Refuse(const std::string& option, const std::string& text,
                          const std::string& expected) {
   throw CLI::ValidationError(option, "'" + text + "' is not " + expected);
+}
+
+// A check that takes numbers from the one to the other, and nothing else.
+auto NumberFrom(std::uint32_t least, std::uint32_t most) {
+  return [=](const std::string& text) -> std::string {
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error == std::errc() && stop == end && number >= least && number <= most) return {};
+    return "'" + text + "' is not a number from " + std::to_string(least) + " to " +
+           std::to_string(most);
+  };
+}
+
+// An empty value is a variable of a script that was never set.
+void RefuseEmptyValues(const CLI::App& command) {
+  for (const CLI::Option* option : command.get_options()) {
+    for (const std::string& value : option->results()) {
+      if (value.empty()) throw CLI::ValidationError(option->get_name(), "has an empty value");
+    }
+  }
 }
 
 // Bytes with an optional K, M or G, each 1024 times the one before.
@@ -306,9 +327,12 @@ private:
   }
 
   void AddCommonOptions(CLI::App& command) {
-    command.add_option("--units", common.units, "Unit of coordinates inside the interpreter")
-        ->type_name("mm|pt")
-        ->check(CLI::IsMember({"mm", "pt"}));
+    command
+        .add_option(
+            "--units", common.units,
+            "Unit of coordinates inside the interpreter; env: as the plug-in's variable says")
+        ->type_name("mm|pt|env")
+        ->check(CLI::IsMember({"mm", "pt", "env"}));
     command.add_option("--plugin", common.plugin, "The plug-in's file")->type_name("PATH");
     command
         .add_option("--memory-limit", raw.memoryLimit,
@@ -335,7 +359,7 @@ private:
         ->type_name("svg|pdf|png|none");
     renderCommand->add_option("-r,--resolution", render.dotsPerInch, "Dots per inch of a PNG (150)")
         ->type_name("DPI")
-        ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
+        ->check(NumberFrom(kLeastDotsPerInch, kMostDotsPerInch));
     renderCommand->add_option("--pages,--page", raw.pages, "Draw these pages only: 1,3-5,7-")
         ->type_name("LIST");
     renderCommand
@@ -370,7 +394,7 @@ private:
     traceCommand->add_option("FILE", trace.files, "Documents to trace")->required();
     auto* page = traceCommand->add_option("--page", trace.page,
                                           "Select this page only, whether it is there or not");
-    page->type_name("N");
+    page->type_name("N")->check(NumberFrom(0, std::numeric_limits<std::uint32_t>::max()));
     traceCommand->add_option("--pages", raw.tracePages, "Trace these pages in turn: 1,3-5,7-")
         ->type_name("LIST")
         ->excludes(page);
@@ -398,7 +422,7 @@ private:
         ->add_option("--within", find.withinMillimetres,
                      "Take what is so near as well, in mm (0.1)")
         ->type_name("MM")
-        ->check(CLI::Range(0.0, kMostWithinMillimetres));
+        ->check(NumberFrom(0, kMostWithinMillimetres));
     AddPagesAndJson(*findCommand, find.json);
   }
 
@@ -410,12 +434,12 @@ private:
         ->type_name("OUT");
     diffCommand->add_option("-r,--resolution", diff.dotsPerInch, "Dots per inch of a PNG (150)")
         ->type_name("DPI")
-        ->check(CLI::Range(kLeastDotsPerInch, kMostDotsPerInch));
+        ->check(NumberFrom(kLeastDotsPerInch, kMostDotsPerInch));
     diffCommand
         ->add_option("--tolerance", diff.toleranceMillimetres,
                      "Take coordinates so near for the same, in mm (0.001)")
         ->type_name("MM")
-        ->check(CLI::Range(0.0, kMostWithinMillimetres));
+        ->check(NumberFrom(0, kMostWithinMillimetres));
     AddPagesAndJson(*diffCommand, diff.json);
   }
 
@@ -497,6 +521,8 @@ private:
   }
 
   Request Finish() {
+    RefuseEmptyValues(app);
+    for (const CLI::App* command : app.get_subcommands()) RefuseEmptyValues(*command);
     if (!raw.memoryLimit.empty()) common.memoryLimit = ParseSize(raw.memoryLimit);
     if (!raw.timeLimit.empty()) common.timeLimit = ParseTimeLimit(raw.timeLimit);
     if (app.get_subcommands().empty()) {

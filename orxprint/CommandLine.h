@@ -28,7 +28,7 @@ struct TimeLimit {
 };
 
 struct CommonOptions {
-  std::string units;              // "mm", "pt" or empty: as the environment says
+  std::string units;              // "mm" or empty, "pt", or "env": as the environment says
   std::string plugin;             // empty: the usual places
   std::uint64_t memoryLimit = 0;  // bytes; 0: what the machine has
   TimeLimit timeLimit;

@@ -73,7 +73,7 @@ public:
   // Throws Failure, and what the format's writer throws.
   void Write() {
     const std::set<std::uint32_t> pages = DifferingPages();
-    for (const std::uint32_t page : pages) DrawPage(page, pages.size() > 1);
+    for (const std::uint32_t page : pages) DrawPage(page, *pages.rbegin(), pages.size() > 1);
     EndFile();
     Outputs allOutputs({options.before, options.after});
     for (const OutputFile& output : outputs) allOutputs.Claim(output.Name(), 0);
@@ -90,15 +90,16 @@ private:
     return pages;
   }
 
-  void DrawPage(std::uint32_t page, bool isOneOfMany) {
+  void DrawPage(std::uint32_t page, std::uint32_t greatest, bool isOneOfMany) {
     const std::optional<Box> area = Union(before.AreaOf(page), after.AreaOf(page));
     if (!area) throw Failure("what differs has no extent that can be drawn");
     if (!picture || options.format->pages == PagesInFile::One) {
       EndFile();
-      const bool isNumbered = options.format->pages == PagesInFile::One &&
-                              (isOneOfMany || HasNumberPlace(options.output));
+      const OutputName name = OutputName::Typed(options.output);
+      const bool isNumbered =
+          options.format->pages == PagesInFile::One && (isOneOfMany || name.HasNumberPlace());
       OutputFile& output =
-          outputs.emplace_back(isNumbered ? NumberedName(options.output, page) : options.output);
+          outputs.emplace_back(isNumbered ? name.ForPage(page, greatest) : name.Whole());
       picture = options.format->make(Settings(),
                                      [&output](std::string_view bytes) { output.Write(bytes); });
     }

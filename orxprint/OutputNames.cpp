@@ -1,29 +1,32 @@
 #include "orxprint/OutputNames.h"
 
+#include <utility>
+
 namespace orxprint {
 
 namespace {
 
 struct NumberPlace {
-  std::size_t position = 0;
   std::size_t length = 0;  // 0: there is none
   std::size_t digits = 0;
 };
 
-// The first "%d", "%0Nd" or "%Nd", with N of one digit.
-NumberPlace FindNumberPlace(std::string_view name) {
-  for (std::size_t start = name.find('%'); start != std::string_view::npos;
-       start = name.find('%', start + 1)) {
-    std::size_t end = start + 1;
-    std::size_t digits = 0;
-    if (end < name.size() && name[end] == '0') ++end;
-    if (end < name.size() && name[end] >= '1' && name[end] <= '9') {
-      digits = static_cast<std::size_t>(name[end] - '0');
-      ++end;
-    }
-    if (end < name.size() && name[end] == 'd') return {start, end + 1 - start, digits};
+// What a text begins with: "%d", "%0Nd" or "%Nd", with N of one digit.
+NumberPlace NumberPlaceAt(std::string_view text) {
+  std::size_t end = 1;
+  std::size_t digits = 0;
+  if (end < text.size() && text[end] == '0') ++end;
+  if (end < text.size() && text[end] >= '1' && text[end] <= '9') {
+    digits = static_cast<std::size_t>(text[end] - '0');
+    ++end;
   }
+  if (end < text.size() && text[end] == 'd') return {end + 1, digits};
   return {};
+}
+
+std::string Padded(std::uint32_t number, std::size_t digits) {
+  std::string text = std::to_string(number);
+  return text.insert(0, digits > text.size() ? digits - text.size() : 0, '0');
 }
 
 }  // namespace
@@ -36,15 +39,36 @@ std::size_t EndingPosition(std::string_view fileName) {
   return dot == 0 ? fileName.size() : dot;
 }
 
-bool HasNumberPlace(std::string_view fileName) { return FindNumberPlace(fileName).length != 0; }
+OutputName OutputName::Plain(std::string name) {
+  OutputName output;
+  output.front = std::move(name);
+  return output;
+}
 
-std::string NumberedName(std::string_view fileName, std::uint32_t page) {
-  std::string number = std::to_string(page);
-  std::string name(fileName);
-  const NumberPlace place = FindNumberPlace(fileName);
-  if (place.length == 0) return name.insert(EndingPosition(fileName), "-" + number);
-  number.insert(0, place.digits > number.size() ? place.digits - number.size() : 0, '0');
-  return name.replace(place.position, place.length, number);
+OutputName OutputName::Typed(std::string_view pattern) {
+  OutputName output;
+  const std::size_t nameStart = pattern.find_last_of('/') + 1;  // 0 without a slash
+  output.front = pattern.substr(0, nameStart);
+  for (std::size_t i = nameStart; i < pattern.size(); ++i) {
+    std::string& text = output.hasPlace ? output.back : output.front;
+    const std::string_view rest = pattern.substr(i);
+    const NumberPlace place = rest[0] == '%' ? NumberPlaceAt(rest) : NumberPlace{};
+    if (place.length > 0 && !output.hasPlace) {
+      output.hasPlace = true;
+      output.digits = place.digits;
+      i += place.length - 1;
+    } else {
+      text += rest[0];
+      if (rest.starts_with("%%")) ++i;
+    }
+  }
+  return output;
+}
+
+std::string OutputName::ForPage(std::uint32_t page, std::uint32_t greatest) const {
+  if (hasPlace) return front + Padded(page, digits) + back;
+  std::string name = Whole();
+  return name.insert(EndingPosition(name), "-" + Padded(page, std::to_string(greatest).size()));
 }
 
 }  // namespace orxprint

@@ -14,9 +14,27 @@ namespace orxprint {
 // The place of a file name's ending: of its last dot, or of its end when there is none.
 [[nodiscard]] std::size_t EndingPosition(std::string_view fileName);
 
-// Whether the name says where the page number goes: a "%d", or "%03d" for leading zeros.
-[[nodiscard]] bool HasNumberPlace(std::string_view fileName);
-// The name for one page: the number in its place, or else before the ending as in "name-2.svg".
-[[nodiscard]] std::string NumberedName(std::string_view fileName, std::uint32_t page);
+// The name of a drawing, of which the names of its pages are made.
+class OutputName {
+public:
+  // A name that means itself, as those of documents do.
+  [[nodiscard]] static OutputName Plain(std::string name);
+  // A name that the person typed for outputs. Behind the last slash "%d" is the place of the page
+  // number, "%03d" with leading zeros, and "%%" stands for "%".
+  [[nodiscard]] static OutputName Typed(std::string_view pattern);
+
+  [[nodiscard]] bool HasNumberPlace() const { return hasPlace; }
+  // The name without a number.
+  [[nodiscard]] std::string Whole() const { return front + back; }
+  // The name for one page: the number in its place, or else before the ending as in "name-2.svg",
+  // there with as many digits as the greatest number has.
+  [[nodiscard]] std::string ForPage(std::uint32_t page, std::uint32_t greatest) const;
+
+private:
+  std::string front;  // before the number's place
+  std::string back;
+  bool hasPlace = false;
+  std::size_t digits = 0;  // at least so many in the place
+};
 
 }  // namespace orxprint

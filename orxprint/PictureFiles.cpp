@@ -3,8 +3,6 @@
 #include <string_view>
 #include <utility>
 
-#include "orxprint/OutputNames.h"
-
 namespace orxprint {
 
 PictureFiles::PictureFiles(Plan drawingPlan) : plan(std::move(drawingPlan)) {
@@ -46,11 +44,11 @@ void PictureFiles::BeginFile() {
   if (pageCount == 0) firstPage = page;
   if (pageCount == 1 && !plan.numbered) {
     plan.numbered = true;
-    NameFirst(NumberedName(plan.outputName, firstPage));
+    NameFirst(plan.outputName.ForPage(firstPage, plan.greatestPage));
   }
   if (pageCount == 1) outputs.front().Close();
-  OutputFile& output =
-      outputs.emplace_back(plan.numbered ? NumberedName(plan.outputName, page) : plan.outputName);
+  OutputFile& output = outputs.emplace_back(
+      plan.numbered ? plan.outputName.ForPage(page, plan.greatestPage) : plan.outputName.Whole());
   picture = plan.format.make(plan.settings, [this, &output](std::string_view bytes) {
     if (!output.Write(bytes)) control->StopNow(Stop::OutputFailed);
   });
@@ -76,8 +74,8 @@ void PictureFiles::Finish(const Deadline& deadline) {
   Attempt([this] { EndFile(); });
   if (failure) std::rethrow_exception(failure);
   if (outputs.size() > 1) return;
-  if (plan.format.pages == PagesInFile::One && !HasNumberPlace(plan.outputName)) {
-    NameFirst(plan.outputName);
+  if (plan.format.pages == PagesInFile::One && !plan.outputName.HasNumberPlace()) {
+    NameFirst(plan.outputName.Whole());
   }
   outputs.front().Close();
 }

@@ -17,6 +17,7 @@
 #include "drawing/Picture.h"
 #include "orxprint/Formats.h"
 #include "orxprint/OutputFile.h"
+#include "orxprint/OutputNames.h"
 #include "orxprint/PageAreas.h"
 #include "orxprint/RunControl.h"
 
@@ -27,8 +28,9 @@ public:
   struct Plan {
     const Format& format;
     PictureSettings settings;  // mayGoOn is filled in here
-    std::string outputName;
-    bool numbered = false;  // as far as is known now
+    OutputName outputName;
+    std::uint32_t greatestPage = 1;  // as far as is known now, here and below
+    bool numbered = false;
     std::shared_ptr<const PageAreas> areas;
     std::map<std::uint32_t, std::string> labels;  // of pages
   };

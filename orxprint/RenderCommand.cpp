@@ -65,22 +65,25 @@ public:
 
 private:
   // Where the document goes unless its pages are numbered.
-  [[nodiscard]] std::string ChooseOutput() const {
+  [[nodiscard]] OutputName ChooseOutput() const {
     const bool isFromInput = session.Source().IsStandardInput();
     const bool toFolder =
         !options.output.empty() && StatusOf(PathOf(options.output)).kind == FileKind::Folder;
-    if (!options.output.empty() && !toFolder) return options.output;
-    if (isFromInput && !toFolder) return "-";
+    if (!options.output.empty() && !toFolder) {
+      return format.pages == PagesInFile::All ? OutputName::Plain(options.output)
+                                              : OutputName::Typed(options.output);
+    }
+    if (isFromInput && !toFolder) return OutputName::Plain("-");
     fs::path output = PathOf(isFromInput ? "stdin" : session.Name());
     if (toFolder) output = PathOf(options.output) / output.filename();
-    return NameOf(output.replace_extension(format.name));
+    return OutputName::Plain(NameOf(output.replace_extension(format.name)));
   }
 
   // Tells at once what could be told only after the work.
   void CheckOutputs() {
     for (const std::string& name : ForeseenNames()) allOutputs.Claim(name, number);
     try {
-      const OutputFile probe(outputName);
+      const OutputFile probe(outputName.Whole());
     } catch (const Failure& failure) {
       // Beside the descriptor of a pipe no file can be made.
       const bool hasNoPlace = options.output.empty() && DescriptorOfName(session.Name());
@@ -96,14 +99,17 @@ private:
       numbers.resize(std::clamp<std::size_t>(starts, 1, kMostForeseenPages));
       std::iota(numbers.begin(), numbers.end(), 1U);
     }
-    if (format.pages == PagesInFile::All || !IsNumbered(numbers.size())) return {outputName};
+    if (format.pages == PagesInFile::All || !IsNumbered(numbers.size())) {
+      return {outputName.Whole()};
+    }
     std::vector<std::string> names;
-    for (const std::uint32_t page : numbers) names.push_back(NumberedName(outputName, page));
+    const std::uint32_t greatest = *std::ranges::max_element(numbers);
+    for (const std::uint32_t page : numbers) names.push_back(outputName.ForPage(page, greatest));
     return names;
   }
 
   [[nodiscard]] bool IsNumbered(std::size_t pageCount) const {
-    return pageCount > 1 || HasNumberPlace(outputName);
+    return pageCount > 1 || outputName.HasNumberPlace();
   }
 
   // As stated, or as many as there are page comments; a document without any is one page.
@@ -142,9 +148,10 @@ private:
     const Units units = Units::FromEnvironment();
     const auto areas = std::make_shared<PageAreas>(session, options.area, units, ForeseenPages());
     if (areas->NeedMeasuring()) Measure(*areas, units);
+    const std::vector<std::uint32_t> foreseen = ForeseenPages();
     const auto files = std::make_shared<PictureFiles>(PictureFiles::Plan{
-        format, Settings(units), outputName,
-        format.pages == PagesInFile::One && IsNumbered(ForeseenPages().size()), areas, Labels()});
+        format, Settings(units), outputName, *std::ranges::max_element(foreseen),
+        format.pages == PagesInFile::One && IsNumbered(foreseen.size()), areas, Labels()});
     session.JudgeDrawing();
     ForEachPass([&](PageSelection selection) { Draw(selection, files); });
     Finish(*files);
@@ -243,7 +250,7 @@ private:
   }
 
   void Commit(PictureFiles& files) {
-    if (outputName == "-" && files.Outputs().size() > 1) {
+    if (outputName.Whole() == "-" && files.Outputs().size() > 1) {
       throw Failure(std::to_string(files.PageCount()) +
                     " pages cannot go to standard output in this format: use -f pdf or --page");
     }
@@ -273,7 +280,7 @@ private:
   std::size_t number;  // of the document among those of the command
   std::uint64_t memoryLimit;
   Session session;
-  std::string outputName;
+  OutputName outputName;
   std::vector<std::uint32_t> selected;
   bool isCutShort = false;  // painting was
 };

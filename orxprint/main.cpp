@@ -46,7 +46,7 @@ Status RunCommand(const Plugin& plugin, const Request& request) {
 }
 
 Status Work(const Request& request) {
-  if (!request.common.units.empty()) {
+  if (request.common.units != "env") {
     SetEnvironment("ORXPrintOpenPSToMM", request.common.units == "pt" ? "0" : "1");
   }
   KeepFreedMemory();

@@ -73,15 +73,28 @@ TEST(OutputNames, FormatFollowsTheEnding) {
   }
 }
 
-TEST(OutputNames, NumbersStandBeforeTheEndingOrWhereTheNameSays) {
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"name.svg", "name-12.svg"}, {"name", "name-12"},           {"dir.x/name", "dir.x/name-12"},
-      {"p%d.svg", "p12.svg"},      {"%03d/%d.png", "012/%d.png"}, {"%1d", "12"},
-      {"100%.svg", "100%-12.svg"}, {"%s%d.svg", "%s12.svg"},
+TEST(OutputNames, NumbersStandBeforeTheEndingOrWhereTheTypedNameSays) {
+  const struct {
+    std::string_view typed;
+    std::string_view ofPage12;
+    std::string_view whole;
+  } kCases[] = {
+      {"name.svg", "name-012.svg", "name.svg"},
+      {"dir.x/name", "dir.x/name-012", "dir.x/name"},
+      {"p%d.svg", "p12.svg", "p.svg"},
+      {"%04d/f%04d.png", "%04d/f0012.png", "%04d/f.png"},
+      {"f%d/page.svg", "f%d/page-012.svg", "f%d/page.svg"},
+      {"%1d-%d", "12-%d", "-%d"},
+      {"100%.svg", "100%-012.svg", "100%.svg"},
+      {"100%%d.svg", "100%d-012.svg", "100%d.svg"},
+      {"%s%d.svg", "%s12.svg", "%s.svg"},
   };
-  for (const auto& [name, numbered] : cases) EXPECT_EQ(NumberedName(name, 12), numbered);
-  EXPECT_TRUE(HasNumberPlace("a%02d.png"));
-  EXPECT_FALSE(HasNumberPlace("a%x.png"));
+  for (const auto& [typed, ofPage12, whole] : kCases) {
+    EXPECT_EQ(OutputName::Typed(typed).ForPage(12, 120), ofPage12) << typed;
+    EXPECT_EQ(OutputName::Typed(typed).Whole(), whole) << typed;
+  }
+  EXPECT_EQ(OutputName::Plain("100%d.svg").ForPage(2, 9), "100%d-2.svg");
+  EXPECT_FALSE(OutputName::Plain("100%d.svg").HasNumberPlace());
 }
 
 }  // namespace

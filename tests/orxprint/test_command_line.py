@@ -155,11 +155,12 @@ class Usage(CommandLine):
         for name in ["text.so", "missing.so"]:
             self.expect(5, "trace", "a.eps", "--plugin", name, message=name)
 
-    def test_units_follow_the_environment_unless_they_are_given(self):
+    def test_units_follow_the_environment_only_when_asked_to(self):
         self.write("a.eps", HALF)
         for value, options, expected in [
-            ("0", [], b"[10, 20,"),
-            ("1", [], b"[3.5277777, 7.0555553,"),
+            ("0", [], b"[3.5277777, 7.0555553,"),
+            ("0", ["--units", "env"], b"[10, 20,"),
+            ("1", ["--units", "env"], b"[3.5277777, 7.0555553,"),
             ("0", ["--units", "mm"], b"[3.5277777, 7.0555553,"),
             ("1", ["--units", "pt"], b"[10, 20,"),
         ]:
