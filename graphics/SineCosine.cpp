@@ -103,22 +103,8 @@ inline SineCosine OfModerate(float radians) noexcept {
 
 inline bool IsModerate(float radians) noexcept { return std::fabs(radians) < kLargeArgument; }
 
-}  // namespace
-
-SineCosine SineAndCosine(float radians) noexcept {
-  if (IsModerate(radians)) return OfModerate(radians);
-  if (!std::isfinite(radians)) {
-    constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
-    return {kNotANumber, kNotANumber};
-  }
-  const auto bits = std::bit_cast<std::uint32_t>(radians);
-  SineCosine result = FromReduced(ReduceLarge(bits & ~kSignBit));
-  if ((bits & kSignBit) != 0) result.sine = -result.sine;
-  return result;
-}
-
-ORX_WIDE_VECTORS void SinesAndCosines(std::span<const float> radians, std::span<float> sines,
-                                      std::span<float> cosines) noexcept {
+ORX_WIDE_VECTORS void ComputeAll(std::span<const float> radians, std::span<float> sines,
+                                 std::span<float> cosines) noexcept {
   const std::size_t count = radians.size();
   const float* const angle = radians.data();
   float* const sine = sines.data();
@@ -138,6 +124,26 @@ ORX_WIDE_VECTORS void SinesAndCosines(std::span<const float> radians, std::span<
     sine[i] = result.sine;
     cosine[i] = result.cosine;
   }
+}
+
+}  // namespace
+
+SineCosine SineAndCosine(float radians) noexcept {
+  if (IsModerate(radians)) return OfModerate(radians);
+  if (!std::isfinite(radians)) {
+    constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+    return {kNotANumber, kNotANumber};
+  }
+  const auto bits = std::bit_cast<std::uint32_t>(radians);
+  SineCosine result = FromReduced(ReduceLarge(bits & ~kSignBit));
+  if ((bits & kSignBit) != 0) result.sine = -result.sine;
+  return result;
+}
+
+// What is chosen when it is loaded shall not be seen outside of the module.
+void SinesAndCosines(std::span<const float> radians, std::span<float> sines,
+                     std::span<float> cosines) noexcept {
+  ComputeAll(radians, sines, cosines);
 }
 
 }  // namespace orxeps

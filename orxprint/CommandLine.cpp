@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <filesystem>
+#include <iterator>
 #include <limits>
+#include <numeric>
 #include <sstream>
 #include <utility>
 
@@ -12,6 +15,7 @@
 #include "orxprint/Messages.h"
 #include "orxprint/OptionTable.h"
 #include "orxprint/Platform.h"
+#include "orxprint/Plugin.h"
 #include "orxprint/PluginChecks.h"
 #include "orxprint/StandardOutput.h"
 
@@ -147,6 +151,22 @@ struct RawOptions {
   throw CLI::ValidationError(option, "'" + text + "' is not " + expected);
 }
 
+// Whether one word becomes the other by at most two letters more, fewer or other.
+bool AreAlike(std::string_view a, std::string_view b) {
+  constexpr std::size_t kMostEdits = 2;
+  std::vector<std::size_t> edits(b.size() + 1);  // from the beginning of a to those of b
+  std::iota(edits.begin(), edits.end(), std::size_t{0});
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    std::size_t diagonal = std::exchange(edits[0], i + 1);
+    for (std::size_t j = 0; j < b.size(); ++j) {
+      const std::size_t replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+      diagonal = edits[j + 1];
+      edits[j + 1] = std::min({replaced, edits[j] + 1, edits[j + 1] + 1});
+    }
+  }
+  return edits.back() <= kMostEdits;
+}
+
 // A check that takes numbers from the one to the other, and nothing else.
 auto NumberFrom(std::uint32_t least, std::uint32_t most) {
   return [=](const std::string& text) -> std::string {
@@ -240,6 +260,9 @@ const Format& ChooseFormat(const std::string& text, const RenderOptions& render)
   if (render.output.empty() || DescriptorOfName(render.output)) return DefaultFormat();
   if (const Format* format = FormatOfFile(render.output)) return *format;
   if (IsFolder(render.output)) return DefaultFormat();
+  if (render.output.ends_with('/')) {
+    throw CLI::ValidationError("--output", "there is no folder '" + render.output + "'");
+  }
   throw CLI::ValidationError("--output", "the ending of '" + render.output +
                                              "' says no format: use .svg, .pdf or .png, or -f");
 }
@@ -264,11 +287,19 @@ void RequireOneOutputForEach(const RenderOptions& render) {
       "--output", "'" + render.output + "' is one output for several files: name a folder");
 }
 
+std::string VersionText() {
+  std::string text = std::string("orxprint ") + ORXPRINT_VERSION;
+  for (const std::filesystem::path& place : PluginPlaces({})) {
+    if (StatusOf(place).kind == FileKind::Regular) return text + "\nplug-in: " + NameOf(place);
+  }
+  return text + "\nplug-in: none found";
+}
+
 // The command line as CLI11 sees it, filling a request.
 class Parser {
 public:
   Parser() {
-    app.set_version_flag("--version", std::string("orxprint ") + ORXPRINT_VERSION);
+    app.set_version_flag("--version", VersionText);
     app.footer(kFooter);
     app.allow_windows_style_options(false);  // "/part.eps" names a file there, too
     app.add_flag("--option-table", showsTable, "For the manual page and completions")->group("");
@@ -295,7 +326,7 @@ public:
     } catch (const CLI::Success& help) {
       return PrintAnswer(help);
     } catch (const CLI::ParseError& error) {
-      Tell(error.what());
+      if (!TellOfUnknownCommand(arguments)) Tell(error.what());
       HintAtNamesWithDash(arguments);
       WriteToStandardError("Run 'orxprint --help' or 'orxprint COMMAND --help'.\n");
       return Status::WrongUsage;
@@ -314,6 +345,24 @@ private:
     if (output.Write(text)) return Status::Done;
     Tell("cannot write standard output: " + ErrorText(output.Error()));
     return Status::FileFailed;
+  }
+
+  // Whether the first word, which is to be a command, is none.
+  bool TellOfUnknownCommand(const std::vector<std::string>& arguments) const {
+    if (!app.get_subcommands().empty()) return false;
+    const auto word =
+        std::find_if(std::next(arguments.begin(), arguments.empty() ? 0 : 1), arguments.end(),
+                     [](const std::string& argument) { return !argument.starts_with('-'); });
+    if (word == arguments.end()) return false;
+    Tell("'" + *word + "' is no command");
+    if (StatusOf(PathOf(*word)).kind != FileKind::None) {
+      Tell(*word, "to draw this file, write: orxprint render " + *word);
+      return true;
+    }
+    for (const CLI::App* command : app.get_subcommands({})) {
+      if (AreAlike(command->get_name(), *word)) Tell("did you mean " + command->get_name() + "?");
+    }
+    return true;
   }
 
   // A file's name that begins with a dash is taken for options.

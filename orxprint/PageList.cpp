@@ -49,18 +49,19 @@ std::optional<PageList> ParsePageList(std::string_view text) {
   }
 }
 
-std::vector<std::uint32_t> SelectPages(const PageList& list, std::uint32_t pageCount) {
+std::vector<std::uint32_t> SelectPages(const PageList& list, std::uint32_t pageCount,
+                                       Repeats repeats) {
   std::vector<std::uint32_t> pages;
   std::unordered_set<std::uint32_t> seen;
   for (const PageRange& range : list) {
     const std::uint32_t last = range.last.value_or(std::max(range.first, pageCount));
     if (last > pageCount) throw Failure(OutOfRange(std::max(range.first, last), pageCount));
-    if (last - range.first >= kMostSelectedPages) {
+    if (last - range.first >= kMostSelectedPages - pages.size()) {
       throw Failure("more than " + std::to_string(kMostSelectedPages) + " pages are selected");
     }
     for (std::uint32_t more = 0; more <= last - range.first; ++more) {
       const std::uint32_t page = range.first + more;
-      if (seen.insert(page).second) pages.push_back(page);
+      if (seen.insert(page).second || repeats == Repeats::Kept) pages.push_back(page);
     }
   }
   return pages;

@@ -28,8 +28,12 @@ inline constexpr std::uint32_t kMostSelectedPages = 100'000;
 // None when the text is no list of pages, page 0 and ranges that run backwards included.
 [[nodiscard]] std::optional<PageList> ParsePageList(std::string_view text);
 
-// The pages of the list in its order, each once. Throws Failure, naming `pageCount`, when the list
-// asks for a page behind it, and when it selects more than kMostSelectedPages.
-[[nodiscard]] std::vector<std::uint32_t> SelectPages(const PageList& list, std::uint32_t pageCount);
+// Whether a page that the list names again is selected again.
+enum class Repeats { Left, Kept };
+
+// The pages of the list in its order. Throws Failure, naming `pageCount`, when the list asks for a
+// page behind it, and when it selects more than kMostSelectedPages.
+[[nodiscard]] std::vector<std::uint32_t> SelectPages(const PageList& list, std::uint32_t pageCount,
+                                                     Repeats repeats = Repeats::Left);
 
 }  // namespace orxprint

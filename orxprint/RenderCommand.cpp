@@ -56,7 +56,11 @@ public:
 
   // Draws and writes. Throws what Attempt takes.
   Status Work() {
-    if (options.pages) selected = SelectPages(*options.pages, PageCount());
+    if (options.pages) {
+      const bool mayRepeat = format.pages == PagesInFile::All;
+      selected =
+          SelectPages(*options.pages, PageCount(), mayRepeat ? Repeats::Kept : Repeats::Left);
+    }
     if (format.WritesFiles()) CheckOutputs();
     format.WritesFiles() ? DrawFiles() : Discard();
     const Status status = Gravest(session.TellShortfalls(), TellLostContent(session, options));

@@ -47,6 +47,8 @@ TEST(PageList, SelectsInItsOrderAndRefusesWhatIsNotThere) {
       {"4294967296", "no list"},
   };
   for (const auto& [text, pages] : cases) EXPECT_EQ(Selected(text), pages) << text;
+  const std::vector<std::uint32_t> repeated = {2, 1, 2};
+  EXPECT_EQ(SelectPages(*ParsePageList("2,1,2"), 7, Repeats::Kept), repeated);
 }
 
 TEST(PageList, IsBoundedWhateverTheDocumentSays) {

@@ -147,7 +147,7 @@ class Usage(CommandLine):
             text = self.expect(0, command, "--help")
             self.assertIn(word, text)
             self.assertIn(b"--time-limit", text)
-        self.assertRegex(self.expect(0, "--version"), rb"^orxprint \d+\.\d+\.\d+\n$")
+        self.assertRegex(self.expect(0, "--version"), rb"^orxprint \d+\.\d+\.\d+\nplug-in: .*\n$")
 
     def test_a_plugin_that_cannot_be_loaded_ends_with_5_and_says_what_was_tried(self):
         self.write("a.eps", HALF)
