@@ -140,7 +140,7 @@ SineCosine SineAndCosine(float radians) noexcept {
   return result;
 }
 
-// What is chosen when it is loaded shall not be seen outside of the module.
+// What has several versions to choose from would be seen outside of the module.
 void SinesAndCosines(std::span<const float> radians, std::span<float> sines,
                      std::span<float> cosines) noexcept {
   ComputeAll(radians, sines, cosines);

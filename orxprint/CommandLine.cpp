@@ -182,6 +182,7 @@ auto NumberFrom(std::uint32_t least, std::uint32_t most) {
 // An empty value is a variable of a script that was never set.
 void RefuseEmptyValues(const CLI::App& command) {
   for (const CLI::Option* option : command.get_options()) {
+    if (option->get_expected_min() == 0) continue;  // may stand without a value
     for (const std::string& value : option->results()) {
       if (value.empty()) throw CLI::ValidationError(option->get_name(), "has an empty value");
     }
