@@ -3,12 +3,17 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <string>
+#include <utility>
+
+// Nothing here needs the library's JSON, whose header clang 14 cannot compile as C++20.
+#define JSON_HH
+class JSON;
+
 #include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFObjectHandle.hh>
 #include <qpdf/QPDFWriter.hh>
-#include <string>
-#include <utility>
 
 namespace orxdrawing {
 
