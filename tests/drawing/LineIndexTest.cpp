@@ -48,7 +48,8 @@ TEST(LineIndex, CountsEveryKindOfLineEndWhereverBlocksEnd) {
       ASSERT_EQ(index.LineOf(place), lines[place]) << place << piece;
     }
   }
-  LineIndex empty = IndexOf({});
+  const std::string nothing;
+  LineIndex empty = IndexOf(nothing);
   EXPECT_EQ(empty.LineOf(7), 1U);
 }
 
