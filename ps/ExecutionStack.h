@@ -5,6 +5,7 @@
 // runs: a procedure that is redefined or released while it runs stays alive until its run ends.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -49,10 +50,9 @@ public:
   }
   // The innermost procedure that runs, null without one.
   [[nodiscard]] const PSObject* RunningProcedure() const noexcept {
-    for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
-      if (frame->elements) return frame->running.Get();
-    }
-    return nullptr;
+    const auto frame = std::find_if(frames.rbegin(), frames.rend(),
+                                    [](const Frame& each) { return each.elements != nullptr; });
+    return frame == frames.rend() ? nullptr : frame->running.Get();
   }
   // The place in the document of the innermost procedure that runs, kNoPlace without one.
   [[nodiscard]] std::uint64_t DefinitionPlace() const noexcept {

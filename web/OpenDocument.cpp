@@ -132,6 +132,7 @@ void OpenDocument::Run(orxdrawing::ShapeSink& sink) {
   orxdrawing::ShapeGatherer gatherer(filter);
   PlacedGenerator generator(gatherer, *watchable, index.place, judge);
   watchable->SetWatcher(this);
+  if (judge) watchable->SetListener(this);
   running = watchable;
   interpreter->Generate(&generator);
   running = nullptr;

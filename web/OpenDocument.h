@@ -17,7 +17,7 @@
 
 namespace orxweb {
 
-class OpenDocument final : private ORXInterpreterWatcher {
+class OpenDocument final : private ORXInterpreterWatcher, private ORXNoteListener {
 public:
   // Told how many bytes of the document have been drawn from; answers whether to go on.
   using Progress = std::function<bool(std::uint64_t bytes)>;
@@ -43,7 +43,6 @@ public:
 private:
   bool MayGoOn() noexcept override;
   void PassEnded(const ORXPassEnd& passEnd) noexcept override { end = passEnd; }
-  [[nodiscard]] bool WantsNotes() const noexcept override { return judge != nullptr; }
   void Noted(const ORXNote& note) noexcept override;
 
   // One pass over the document whose pages go to the sink.
