@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <new>
+#include <span>
 
 #include "plugin/ORXPrintEPSInterpreter.h"
 #include "ps/Execution.h"
@@ -113,8 +114,10 @@ private:
   static constexpr int kMostLooks = 20'000;
 
   void Add(const PSObject& procedure) noexcept {
-    const auto end = procedures.begin() + static_cast<std::ptrdiff_t>(count);
-    const bool isKnown = std::find(procedures.begin(), end, &procedure) != end;
+    const auto known = std::span(procedures).first(count);
+    const bool isKnown =
+        std::any_of(known.begin(), known.end(),
+                    [&procedure](const PSObject* each) { return each == &procedure; });
     if (!isKnown && count < procedures.size()) procedures[count++] = &procedure;
   }
   bool Holds(const PSObject& element) noexcept {
