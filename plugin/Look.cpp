@@ -95,7 +95,7 @@ namespace {
 // Looks at the elements of procedures, each procedure once, no deeper than it has room for.
 class ProcedureSearch {
 public:
-  ProcedureSearch(Machine& owner, ORXNameTest& nameTest) noexcept
+  ProcedureSearch(const Machine& owner, ORXNameTest& nameTest) noexcept
       : machine(owner), test(nameTest) {}
 
   [[nodiscard]] bool Run(const PSObject& procedure) noexcept {
@@ -123,7 +123,7 @@ private:
   bool Holds(const PSObject& element) noexcept {
     const PSObject* object = &element;
     if (object->Is(PSObjectType::Name) && !object->literal) {
-      const PSObject* value = LookupName(machine, object->nameText).value;
+      const PSObject* value = LookAtName(machine, object->nameText);
       if (!value) return test.Test(object->nameText.View());
       object = value;
     }
@@ -131,7 +131,7 @@ private:
     return object->Is(PSObjectType::Operator) && test.Test(object->nameText.View());
   }
 
-  Machine& machine;
+  const Machine& machine;
   ORXNameTest& test;
   std::array<const PSObject*, 256> procedures{};
   std::size_t count = 0;
@@ -149,7 +149,7 @@ bool ORXPrintEPSInterpreter::RunsAny(std::int32_t fromTop, ORXNameTest& test) no
 bool ORXPrintEPSInterpreter::NameRunsAny(std::string_view name, ORXNameTest& test) noexcept {
   try {
     Name* known = names.FindIfThere(ORXString(name));
-    const PSObject* value = known ? LookupName(*this, NameText(known)).value : nullptr;
+    const PSObject* value = known ? LookAtName(*this, NameText(known)) : nullptr;
     return value && value->Is(PSObjectType::Procedure) && ProcedureSearch(*this, test).Run(*value);
   } catch (const std::bad_alloc&) {
     return false;

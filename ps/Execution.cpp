@@ -23,21 +23,27 @@ inline ResultCode RunOperator(Machine& machine, const OperatorRow& row) {
   return result;
 }
 
-NameLookup SearchDictionaries(Machine& machine, const ORXString& name) {
-  if (!machine.heap.MayBeKey(name)) return {};
-  if (machine.heap.HasLostEntries() && !machine.untouched.IsEmpty()) {
-    machine.untouched.Separate(machine);
-  }
+// A complete "systemdict" lies above untouched dictionaries until entries have been lost.
+NameLookup FindInDictionaries(const Machine& machine, const ORXString& name) noexcept {
+  const bool passesUntouched = !machine.heap.HasLostEntries();
   const ObjectList& stack = machine.dictionaryStack;
   for (std::int32_t i = stack.Count(); i >= 1; --i) {
     PSObject* dictionary = stack.At(i);
-    if (machine.untouched.Holds(dictionary)) continue;
+    if (passesUntouched && machine.untouched.Holds(dictionary)) continue;
     if (!dictionary->Is(PSObjectType::Dictionary)) continue;
     if (PSObject* value = DictLocate(dictionary->Parts().dictEntries, name)) {
       return {value, dictionary};
     }
   }
   return {};
+}
+
+NameLookup SearchDictionaries(Machine& machine, const ORXString& name) {
+  if (!machine.heap.MayBeKey(name)) return {};
+  if (machine.heap.HasLostEntries() && !machine.untouched.IsEmpty()) {
+    machine.untouched.Separate(machine);
+  }
+  return FindInDictionaries(machine, name);
 }
 
 inline const NameLookup& LookupName(Machine& machine, Name& name) {
@@ -52,6 +58,11 @@ inline const NameLookup& LookupName(Machine& machine, Name& name) {
 
 NameLookup LookupName(Machine& machine, const NameText& name) {
   return LookupName(machine, name.IsEmpty() ? machine.names.Empty() : *name.Record());
+}
+
+const PSObject* LookAtName(const Machine& machine, const NameText& name) noexcept {
+  const ORXString text = name.Text();
+  return machine.heap.MayBeKey(text) ? FindInDictionaries(machine, text).value : nullptr;
 }
 
 namespace {

@@ -17,6 +17,10 @@ namespace orxeps {
 // LimitReached and std::bad_alloc where that lays open what earlier passes have left.
 [[nodiscard]] NameLookup LookupName(Machine& machine, const NameText& name);
 
+// The value that LookupName would find, borrowed, or null. Changes and remembers nothing, so that
+// one who watches a run cannot disturb it.
+[[nodiscard]] const PSObject* LookAtName(const Machine& machine, const NameText& name) noexcept;
+
 // Executes an object, which may be null and stays the caller's, and everything that this starts. A
 // name that no dictionary has does nothing. Throws LimitReached when a ceiling is met; whoever
 // catches it abandons the execution stack.

@@ -42,7 +42,7 @@ private:
   orxdrawing::LossJudge judge;
 };
 
-int ExpectSameCalls(const std::string& program) {
+int ExpectSameCalls(const std::string& program, int passes = 1) {
   Interpretation alone = Interpretation::OfExactly(program);
   Interpretation watched = Interpretation::OfExactly(program);
   for (Interpretation* run : {&alone, &watched}) {
@@ -51,7 +51,9 @@ int ExpectSameCalls(const std::string& program) {
   }
   CuriousListener listener(watched.Get());
   watched.Get().SetListener(&listener);
-  EXPECT_EQ(watched.Draw(), alone.Draw()) << program.substr(0, 500);
+  for (int pass = 0; pass < passes; ++pass) {
+    EXPECT_EQ(watched.Draw(), alone.Draw()) << program.substr(0, 500);
+  }
   EXPECT_EQ(watched.Stack(), alone.Stack());
   EXPECT_EQ(watched.Get().heap.Budget().used, alone.Get().heap.Budget().used);
   return listener.notes;
@@ -70,6 +72,14 @@ TEST(Notes, ChangeNoCallOfWholeDocuments) {
     }
   }
   EXPECT_GT(documents, 5);
+}
+
+// The fourth pass takes an operator away and looks no name up behind it that an earlier pass's
+// dictionaries could have; who watches does.
+TEST(Notes, LayNothingOpenThatEarlierPassesLeft) {
+  const int notes = ExpectSameCalls(
+      "1 add dup 4 lt {} {/C systemdict def {add} /add /C undefineresource nothing} ifelse ", 4);
+  EXPECT_GT(notes, 0);
 }
 
 TEST(Notes, ChangeNoCallOfRandomPrograms) {
