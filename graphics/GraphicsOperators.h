@@ -23,9 +23,9 @@ ResultCode ClosePath(Machine& machine, Canvas& canvas);
 ResultCode CurrentPoint(Machine& machine, Canvas& canvas);
 
 // Painting and its attributes.
-ResultCode Stroke(Canvas& canvas);
-ResultCode Fill(Canvas& canvas);
-ResultCode EoFill(Canvas& canvas);
+ResultCode Stroke(Machine& machine, Canvas& canvas);
+ResultCode Fill(Machine& machine, Canvas& canvas);
+ResultCode EoFill(Machine& machine, Canvas& canvas);
 ResultCode SetLineWidth(Machine& machine, Canvas& canvas);
 ResultCode CurrentLineWidth(Machine& machine, Canvas& canvas);
 ResultCode SetLineCap(Machine& machine, Canvas& canvas);

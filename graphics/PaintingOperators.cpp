@@ -6,26 +6,32 @@
 namespace orxeps::operators {
 
 // stroke ->
-ResultCode Stroke(Canvas& canvas) {
+ResultCode Stroke(Machine& machine, Canvas& canvas) {
   if (!canvas.HasGenerator()) return ResultCode::Failed;
+  machine.watch.CountWork(canvas.states.PathCount());
   canvas.Stroke();
   return ResultCode::Ran;
 }
 
 namespace {
 
-ResultCode FillPath(Canvas& canvas, FillRule rule) {
+ResultCode FillPath(Machine& machine, Canvas& canvas, FillRule rule) {
   if (!canvas.HasGenerator()) return ResultCode::Failed;
+  machine.watch.CountWork(canvas.states.PathCount());
   return canvas.Fill(rule) ? ResultCode::Ran : ResultCode::Failed;
 }
 
 }  // namespace
 
 // fill ->
-ResultCode Fill(Canvas& canvas) { return FillPath(canvas, FillRule::NonZeroWinding); }
+ResultCode Fill(Machine& machine, Canvas& canvas) {
+  return FillPath(machine, canvas, FillRule::NonZeroWinding);
+}
 
 // eofill ->
-ResultCode EoFill(Canvas& canvas) { return FillPath(canvas, FillRule::EvenOdd); }
+ResultCode EoFill(Machine& machine, Canvas& canvas) {
+  return FillPath(machine, canvas, FillRule::EvenOdd);
+}
 
 // width setlinewidth ->; a width that is not positive is the default
 ResultCode SetLineWidth(Machine& machine, Canvas& canvas) {

@@ -122,6 +122,7 @@ public:
 
   // Whether every source gave something each time.
   [[nodiscard]] bool GaveAll() const noexcept { return gaveAll; }
+  [[nodiscard]] std::size_t LengthOfRow() const noexcept { return rowLength; }
   // Byte i of source k goes to place (row * row length + i) * step + k, if that lies in `samples`.
   void StoreRow(std::span<unsigned char> samples, std::size_t row, std::size_t step) const {
     for (std::size_t k = 0; k < sources.size(); ++k) {
@@ -206,6 +207,8 @@ ColorSamples ReadColorImageSamples(Machine& machine, InputReader& input, const S
   RowReader reader(input, sources);
   for (std::int32_t row = 0; row < layout.height && reader.ReadRow(); ++row) {
     reader.StoreRow(samples.bytes.Bytes(), static_cast<std::size_t>(row), step);
+    machine.watch.CountBytes(reader.LengthOfRow());
+    if (!machine.watch.MayTakeStep()) break;
   }
   samples.isComplete = reader.GaveAll();
   return samples;

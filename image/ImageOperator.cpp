@@ -42,9 +42,9 @@ private:
   }
 };
 
-// Reads the samples from the input through all filters of the data source; empty when that fails
-// and when there are more filters than can be.
-ByteBuffer ReadSamples(const PSObject& dataSource) {
+// Reads the samples from the input through all filters of the data source; empty when that fails,
+// when there are more filters than can be and when the run may not go on.
+ByteBuffer ReadSamples(RunWatch& watch, const PSObject& dataSource) {
   if (!dataSource.Parts().fileSource) return {};
   const PlaceHold place(*dataSource.Parts().fileSource);
   const auto filters = dataSource.Parts().fileFilters.Items();
@@ -57,6 +57,8 @@ ByteBuffer ReadSamples(const PSObject& dataSource) {
                                     : filter->Decode(samples.Bytes(), decoded);
     if (status < 0 || decoded.IsEmpty() || filters.size() > kMaxFilters) return {};
     samples = std::move(decoded);
+    watch.CountBytes(samples.Length());
+    if (!watch.MayTakeStep()) return {};
   }
   return samples;
 }
@@ -120,7 +122,8 @@ ResultCode Image(Machine& machine, Canvas& canvas) {
     NoteDeparture(machine, ORXNoteKind::ImageSkipped, "its data source");
     return ResultCode::Ran;
   }
-  ByteBuffer samples = ReadSamples(*description.dataSource);
+  ByteBuffer samples = ReadSamples(machine.watch, *description.dataSource);
+  if (machine.watch.IsStopped()) return ResultCode::Ran;
   if (samples.IsEmpty()) NoteDeparture(machine, ORXNoteKind::ImageUndecodable);
   if (!samples.IsEmpty() && canvas.HasGenerator()) {
     if (machine.watch.HasListener()) {

@@ -120,11 +120,13 @@ void ORXPrintEPSInterpreter::InterpretNext() {
 void ORXPrintEPSInterpreter::InterpretNextWithinLimits() {
   try {
     InterpretNext();
+    return;
   } catch (const LimitReached& limit) {
     MeetLimit(ORXPassResult::LimitMet, limit.error);
   } catch (const std::bad_alloc&) {
     MeetLimit(ORXPassResult::OutOfMemory, "VMerror");
   }
+  watch.CountWork(kMaxClonedElements);  // no operator does more before it meets a limit
 }
 
 // Gives up what runs, and tells of it at the end of the pass.

@@ -92,6 +92,7 @@ void PutCharacter(Machine& machine, PSObject& string, const PSObject& key, const
     if (code != 0) {
       text.SetAt(position, static_cast<ORXChar>(code));
     } else {
+      machine.watch.CountBytes(text.Length());
       text.RemoveAt(position);
     }
     machine.heap.UpdateCharge(string);

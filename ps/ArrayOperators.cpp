@@ -14,6 +14,7 @@ ResultCode Array(Machine& machine) {
   if (size->intValue < 0) return RaiseError(machine, "array size must be non negative");
   if (size->intValue > kMaxArrayElements) return RaiseError(machine, "limitcheck");
   const std::int32_t count = TakeIntValue(machine);
+  machine.watch.CountWork(count);
   PSRef array = machine.heap.Make(PSObjectType::Array);
   ObjectList& elements = array->OwnParts().arrayElements;
   if (count > 0) elements.Reserve(count);
@@ -27,6 +28,7 @@ ResultCode EndArray(Machine& machine) {
   OperandStack& stack = machine.operandStack;
   const std::int32_t count = CountAboveMark(machine);
   if (count == kNoMark) return ResultCode::Ran;
+  machine.watch.CountWork(count);
   PSRef array = machine.heap.Make(PSObjectType::Array);
   if (count > 0) stack.MoveTop(count, array->OwnParts().arrayElements);
   stack.Drop(1);
@@ -40,6 +42,7 @@ ResultCode ALoad(Machine& machine) {
   if (!stack.Top()->Is(PSObjectType::Array)) return RaiseError(machine, "typecheck");
   PSRef array = stack.Take();
   const ObjectList& elements = array->Parts().arrayElements;
+  machine.watch.CountWork(elements.Count());
   for (std::int32_t i = 1; i <= elements.Count(); ++i) stack.Push(PSRef::Retain(elements.At(i)));
   return PushResult(machine, std::move(array));
 }
@@ -56,7 +59,7 @@ ResultCode AStore(Machine& machine) {
   for (std::int32_t position = elements.Count(); position >= 1; --position) {
     const PSRef operand = stack.Take();
     if (!operand) return ResultCode::NoOperand;
-    elements.At(position)->AssignFrom(*operand);
+    AssignCounted(machine, *elements.At(position), *operand);
   }
   return PushResult(machine, std::move(array));
 }

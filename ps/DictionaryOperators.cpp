@@ -19,6 +19,7 @@ ResultCode EndDictionary(Machine& machine) {
   OperandStack& stack = machine.operandStack;
   const std::int32_t count = CountAboveMark(machine);
   if (count % 2 != 0) return RaiseError(machine, "rangecheck");
+  machine.watch.CountWork(count);
   PSRef dictionary = machine.heap.Make(PSObjectType::Dictionary);
   for (std::int32_t depth = count - 1; depth > 0; depth -= 2) {
     DictInsert(machine.heap, *dictionary, stack.Below(depth)->nameText,

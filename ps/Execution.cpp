@@ -43,6 +43,7 @@ NameLookup SearchDictionaries(Machine& machine, const ORXString& name) {
   if (machine.heap.HasLostEntries() && !machine.untouched.IsEmpty()) {
     machine.untouched.Separate(machine);
   }
+  machine.watch.CountWork(machine.dictionaryStack.Count());
   return FindInDictionaries(machine, name);
 }
 

@@ -75,6 +75,13 @@ inline ResultCode PushShared(Machine& machine, PSObject* object) {
   return PushResult(machine, PSRef::Retain(object));
 }
 
+// Assigns, and counts the objects that this has copied as work.
+inline void AssignCounted(Machine& machine, PSObject& destination, const PSObject& source) {
+  const std::size_t before = machine.heap.LiveCount();
+  destination.AssignFrom(source);
+  machine.watch.CountWork(static_cast<std::int64_t>(machine.heap.LiveCount() - before));
+}
+
 // The entries above the topmost mark, or kNoMark.
 inline constexpr std::int32_t kNoMark = OperandStack::kNoMark;
 [[nodiscard]] inline std::int32_t CountAboveMark(Machine& machine) noexcept {

@@ -61,6 +61,8 @@ template <typename Relation>
 ResultCode Compare(Machine& machine, Relation holds) {
   const PSRef b = TakeOperand(machine);
   const PSRef a = TakeOperand(machine);
+  machine.watch.CountWork(a->Parts().arrayElements.Count());
+  machine.watch.CountBytes(a->Parts().stringText.Length());
   return PushBoolean(machine, holds(*a, *b));
 }
 

@@ -39,7 +39,7 @@ Request TakeRequest(Machine& machine) {
 }
 
 // The topmost entry of that name on the dictionary stack if it is a dictionary, else null.
-PSObject* FindCategory(Machine& machine, const NameText& name) noexcept {
+PSObject* FindCategory(Machine& machine, const NameText& name) {
   PSObject* entry = LookupName(machine, name).value;
   return entry && entry->Is(PSObjectType::Dictionary) ? entry : nullptr;
 }

@@ -5,6 +5,7 @@
 // It owns nothing, and without a watcher it costs a counter.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "host/ORXInterpreterWatcher.h"
@@ -30,6 +31,21 @@ public:
     if (--stepsLeft > 0) return true;
     stepsLeft = kStepsBetweenQuestions;
     return MayGoOn();
+  }
+  // Counts what an operator does to many objects, or points, as steps, and asks as soon as after as
+  // much work in small steps. A refusal takes effect behind the operator.
+  void CountWork(std::int64_t objects) noexcept {
+    constexpr std::int64_t kObjectsPerStep = 16;
+    const std::int64_t steps = objects / kObjectsPerStep;
+    if (steps < stepsLeft) {
+      stepsLeft -= static_cast<std::int32_t>(steps);
+    } else {
+      stepsLeft = MayGoOn() ? kStepsBetweenQuestions : 0;
+    }
+  }
+  void CountBytes(std::size_t bytes) noexcept {
+    constexpr std::size_t kBytesPerObject = 16;
+    CountWork(static_cast<std::int64_t>(bytes / kBytesPerObject));
   }
   [[nodiscard]] bool IsStopped() const noexcept { return stopped; }
 

@@ -34,6 +34,7 @@ ResultCode CountToMark(Machine& machine) { return PushInteger(machine, CountAbov
 // mark a1 ... an cleartomark ->; without a mark the whole stack goes
 ResultCode ClearToMark(Machine& machine) {
   const std::int32_t above = CountAboveMark(machine);
+  machine.watch.CountWork(machine.operandStack.Count());
   machine.operandStack.Drop(above == kNoMark ? machine.operandStack.Count() : above + 1);
   return ResultCode::Ran;
 }
@@ -45,6 +46,7 @@ ResultCode Roll(Machine& machine) {
   const std::int32_t count = TakeIntValue(machine);
   if (!HasOperands(machine, count)) return StackUnderflow(machine);
   if (count <= 0) return ResultCode::Ran;
+  machine.watch.CountWork(count);
   const auto entries = machine.operandStack.TopEntries(count);
   const std::int32_t turn = places % count;
   std::rotate(entries.begin(), turn > 0 ? entries.end() - turn : entries.begin() - turn,
@@ -60,6 +62,7 @@ ResultCode CopyEntries(Machine& machine) {
   const std::int32_t count = TakeIntValue(machine);
   if (!HasOperands(machine, count)) return StackUnderflow(machine);
   if (count > kMaxOperands - stack.Count()) throw LimitReached{"stackoverflow"};
+  machine.watch.CountWork(count);
   for (std::int32_t i = 0; i < count; ++i) stack.Push(PSRef::Retain(stack.Below(count - 1)));
   return ResultCode::Ran;
 }
@@ -70,7 +73,7 @@ ResultCode CopyContent(Machine& machine) {
   if (stack.Top()->type != stack.Below(1)->type) return ResultCode::Failed;
   PSRef destination = stack.Take();
   const PSRef source = stack.Take();
-  destination->AssignFrom(*source);
+  AssignCounted(machine, *destination, *source);
   return PushResult(machine, std::move(destination));
 }
 

@@ -8,6 +8,7 @@
 
 #include "framework/InputStreams.h"
 #include "host/ORXInterpreterWatcher.h"
+#include "ps/Dictionaries.h"
 #include "tests/support/Interpretation.h"
 #include "tests/support/SilentGenerator.h"
 
@@ -30,6 +31,16 @@ std::string Numbers(int count) {
   std::string numbers;
   for (int i = 0; i < count; ++i) numbers += "1 ";
   return numbers;
+}
+
+// Procedures a0 to aN, each running the one before twice.
+std::string Doubling(int last, const std::string& first) {
+  std::string program = "/a0 {" + first + "} def ";
+  for (int i = 1; i <= last; ++i) {
+    const std::string inner = "a" + std::to_string(i - 1);
+    program += "/a" + std::to_string(i) + " {" + inner + " " + inner + "} def ";
+  }
+  return program;
 }
 
 TEST(Watching, TellsHowEachPassAndQueryEnded) {
@@ -60,12 +71,7 @@ TEST(Watching, TellsHowEachPassAndQueryEnded) {
 }
 
 TEST(Watching, StopsARunThatWouldLastForDays) {
-  std::string program = "/a0 {} def ";
-  for (int i = 1; i <= 40; ++i) {
-    const std::string inner = "a" + std::to_string(i - 1);
-    program += "/a" + std::to_string(i) + " {" + inner + " " + inner + "} def ";
-  }
-  Interpretation interpretation(program + "1 1 moveto a40 2 2 lineto stroke");
+  Interpretation interpretation(Doubling(40, "") + "1 1 moveto a40 2 2 lineto stroke");
   Watcher watcher;
   watcher.questionsLeft = 100;
   interpretation.Get().SetWatcher(&watcher);
@@ -76,6 +82,32 @@ TEST(Watching, StopsARunThatWouldLastForDays) {
   watcher.ends.clear();
   EXPECT_EQ(interpretation.Count(), "");
   EXPECT_EQ(watcher.ends.substr(0, 2), "1 ");
+}
+
+// What works on many objects at once does not put the question off.
+TEST(Watching, IsAskedByWorkNotByOperators) {
+  const std::string prepared =
+      "/big 70000 array def /n 0 def 1 1 moveto" + Doubling(16, "2 2 lineto") + "a16 ";
+  const char* const operators[] = {"70000 array pop",
+                                   "[ big aload ] pop",
+                                   "big [1] copy pop",
+                                   "big big eq pop",
+                                   "gsave stroke grestore",
+                                   "gsave fill grestore",
+                                   "[ big aload 70000 1 roll ] pop"};
+  for (const std::string program : operators) {
+    Interpretation interpretation(prepared + Doubling(16, program + " /n n 1 add def") + "a16");
+    Watcher watcher;
+    interpretation.Get().SetWatcher(&watcher);
+    watcher.questionsLeft = 200;
+    static_cast<void>(interpretation.Draw());
+    EXPECT_EQ(watcher.ends.substr(0, 2), "1 ") << program;
+    const orxeps::PSObject& userdict = *interpretation.Get().dictionaryStack.Last();
+    const orxeps::PSObject* runs = orxeps::DictLocate(userdict.Parts().dictEntries, ORXString("n"));
+    ASSERT_NE(runs, nullptr);
+    EXPECT_GT(runs->intValue, 10) << program;
+    EXPECT_LT(runs->intValue, 400) << program;
+  }
 }
 
 // Throws, or asks the interpreter, at the first line.
