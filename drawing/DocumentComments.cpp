@@ -85,26 +85,35 @@ private:
     } else if (comment.starts_with("%%Creator:") && comments.creator.empty()) {
       comments.creator = TextOf(comment.substr(10));
     } else if (comment.starts_with("%%BoundingBox:")) {
-      TakeDocumentBox(comment.substr(14));
-    } else if (comment.starts_with("%%PageBoundingBox:") && comments.pageComments > 0) {
-      const std::optional<Box> box = ParseBox(comment.substr(18));
-      if (box) comments.pageBoxes[comments.pageComments] = *box;
+      TakeDocumentBox(comment.substr(14), comments.box, boxComesLast);
+    } else if (comment.starts_with("%%HiResBoundingBox:")) {
+      TakeDocumentBox(comment.substr(19), comments.fineBox, fineBoxComesLast);
+    } else if (comment.starts_with("%%PageBoundingBox:")) {
+      TakePageBox(comment.substr(18), comments.pageBoxes);
+    } else if (comment.starts_with("%%PageHiResBoundingBox:")) {
+      TakePageBox(comment.substr(23), comments.finePageBoxes);
     }
   }
 
-  void TakeDocumentBox(std::string_view text) {
+  static void TakeDocumentBox(std::string_view text, std::optional<Box>& kept, bool& comesLast) {
     if (text.find("(atend)") != std::string_view::npos) {
-      boxComesLast = true;
+      comesLast = true;
       return;
     }
     const std::optional<Box> box = ParseBox(text);
-    if (box && (!comments.box || boxComesLast)) comments.box = box;
+    if (box && (!kept || comesLast)) kept = box;
+  }
+
+  void TakePageBox(std::string_view text, std::map<std::uint32_t, Box>& boxes) const {
+    const std::optional<Box> box = ParseBox(text);
+    if (box && comments.pageComments > 0) boxes[comments.pageComments] = *box;
   }
 
   DocumentComments comments;
   int depth = 0;
   bool ended = false;
   bool boxComesLast = false;
+  bool fineBoxComesLast = false;
 };
 
 bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }

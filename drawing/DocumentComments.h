@@ -22,7 +22,10 @@ struct DocumentComments {
   bool startsLikePostScript = false;       // begins with "%!"
   std::optional<Box> box;                  // the document's box
   std::map<std::uint32_t, Box> pageBoxes;  // of the pages that have their own, counted from 1
-  std::string title;                       // UTF-8, as the header has it; empty where there is none
+  // The same with more decimals, for those that state it.
+  std::optional<Box> fineBox;
+  std::map<std::uint32_t, Box> finePageBoxes;
+  std::string title;  // UTF-8, as the header has it; empty where there is none
   std::string creator;
   std::uint32_t pageComments = 0;
   // One entry for each comment at which the interpreter begins a new page: whether it is a page

@@ -15,8 +15,14 @@
 
 namespace orxprint {
 
+// What the options take: dots per inch, pixels each way, millimetres around a place.
+inline constexpr std::uint32_t kLeastDotsPerInch = 1;
+inline constexpr std::uint32_t kMostDotsPerInch = 9600;
+inline constexpr std::uint32_t kMostPixels = 1'000'000;
+inline constexpr std::uint32_t kMostWithinMillimetres = 1'000'000;
+
 // What a drawing shows.
-enum class Area { Box, Page, Drawing };
+enum class Area { Box, HighResolution, Page, Drawing };
 
 // How long the work on one file may take.
 struct TimeLimit {
@@ -41,7 +47,7 @@ struct RenderOptions {
   std::vector<std::string> files;
   std::string output;  // empty: beside the input
   const Format* format = &DefaultFormat();
-  double dotsPerInch = 150;
+  PixelSettings pixels;
   std::optional<PageList> pages;  // none: all
   Area area = Area::Box;
   Telling telling = Telling::OneWarning;

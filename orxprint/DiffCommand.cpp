@@ -115,7 +115,7 @@ private:
 
   [[nodiscard]] PictureSettings Settings() const {
     PictureSettings settings;
-    settings.dotsPerInch = options.dotsPerInch;
+    settings.pixels.dotsPerInch = options.dotsPerInch;
     settings.pointsPerUnit = after.shapes->PointsPerUnit();
     settings.mayGoOn = [end = after.session.GivenEnd()] { return !end || Clock::now() < *end; };
     return settings;

@@ -39,7 +39,11 @@ std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink)
 std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink) {
   orxdrawing::PngSettings png;
   png.pointsPerUnit = settings.pointsPerUnit;
-  png.dotsPerInch = settings.dotsPerInch;
+  png.dotsPerInch = settings.pixels.dotsPerInch;
+  png.mostWidth = settings.pixels.bounds.width;
+  png.mostHeight = settings.pixels.bounds.height;
+  png.background = settings.pixels.background;
+  png.inGrey = settings.pixels.inGrey;
   png.mayGoOn = settings.mayGoOn;
   png.mostBytes = settings.mostBytes;
   return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));
@@ -53,10 +57,10 @@ constexpr decltype(Format::make) MakePng = nullptr;
 #endif
 
 constexpr std::array<Format, 4> kFormats = {{
-    {"svg", PagesInFile::One, MakeSvg},
-    {"pdf", PagesInFile::All, MakePdf},
-    {"png", PagesInFile::One, MakePng},
-    {"none", PagesInFile::None, nullptr},
+    {"svg", PagesInFile::One, false, MakeSvg},
+    {"pdf", PagesInFile::All, false, MakePdf},
+    {"png", PagesInFile::One, true, MakePng},
+    {"none", PagesInFile::None, false, nullptr},
 }};
 
 bool IsSameInAnyCase(std::string_view a, std::string_view b) {

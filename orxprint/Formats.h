@@ -4,18 +4,34 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "drawing/Picture.h"
+#include "drawing/Shapes.h"
 
 namespace orxprint {
 
 enum class PagesInFile { None, One, All };
 
+// Pixels each way that a picture may have at most; 0 leaves one way open, and both the resolution.
+struct PixelBounds {
+  int width = 0;
+  int height = 0;
+};
+
+// How a drawing becomes pixels, for formats that have them.
+struct PixelSettings {
+  double dotsPerInch = 150;
+  PixelBounds bounds;
+  std::optional<orxdrawing::Colour> background = orxdrawing::Colour{1, 1, 1};  // none: transparent
+  bool inGrey = false;
+};
+
 // What a drawing is written with, whatever its format.
 struct PictureSettings {
-  double dotsPerInch = 150;
+  PixelSettings pixels;
   double pointsPerUnit = orxdrawing::kPointsPerMillimetre;
   std::string title;    // UTF-8; may be empty
   std::string creator;  // UTF-8; may be empty
@@ -26,6 +42,7 @@ struct PictureSettings {
 struct Format {
   std::string_view name;  // as options and file endings have it, without a dot
   PagesInFile pages;      // None: nothing is written
+  bool hasPixels;
   // Null where nothing is written, and in builds without the library for it.
   std::unique_ptr<orxdrawing::Picture> (*make)(const PictureSettings& settings,
                                                orxdrawing::ByteSink sink);

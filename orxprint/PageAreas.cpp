@@ -37,9 +37,7 @@ std::optional<Box> Find(const std::map<std::uint32_t, Box>& boxes, std::uint32_t
 
 PageAreas::PageAreas(Session& session, Area wantedArea, Units units,
                      const std::vector<std::uint32_t>& numbers)
-    : area(wantedArea),
-      documentBox(session.Source().Comments().box),
-      pageBoxes(session.Source().Comments().pageBoxes) {
+    : area(wantedArea), comments(session.Source().Comments()) {
   const auto isStated = [this](std::uint32_t number) { return StatedAreaOf(number).has_value(); };
   if (area != Area::Drawing && !std::all_of(numbers.begin(), numbers.end(), isStated)) {
     AskForSizes(session, units, numbers);
@@ -65,13 +63,18 @@ void PageAreas::TakeExtent(std::uint32_t number, const std::optional<Box>& exten
 }
 
 std::optional<Box> PageAreas::BoxOf(std::uint32_t number) const {
-  const std::optional<Box> own = Find(pageBoxes, number);
-  return own ? own : documentBox;
+  const bool isFine = area == Area::HighResolution;
+  for (const std::optional<Box>& box :
+       {isFine ? Find(comments.finePageBoxes, number) : std::nullopt,
+        Find(comments.pageBoxes, number), isFine ? comments.fineBox : std::nullopt}) {
+    if (box) return box;
+  }
+  return comments.box;
 }
 
 std::optional<Box> PageAreas::StatedAreaOf(std::uint32_t number) const {
   if (area == Area::Drawing) return std::nullopt;
-  if (area == Area::Box) {
+  if (area != Area::Page) {
     if (const std::optional<Box> box = BoxOf(number)) return box;
   }
   const std::optional<Box> size = Find(pageSizes, number);

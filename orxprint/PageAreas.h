@@ -12,7 +12,8 @@
 
 namespace orxprint {
 
-// The box is that of the page or the document; without one the page from its origin serves, and
+// The box is that of the page or the document, the high-resolution one where that is wanted and
+// stated; without one the page from its origin serves, and
 // without that the extent of what is drawn, which somebody has to measure.
 class PageAreas {
 public:
@@ -33,8 +34,7 @@ private:
   void AskForSizes(Session& session, Units units, std::vector<std::uint32_t> numbers);
 
   Area area;
-  std::optional<Box> documentBox;
-  std::map<std::uint32_t, Box> pageBoxes;
+  const orxdrawing::DocumentComments& comments;
   std::optional<Box> documentSize;  // as the library answers
   std::map<std::uint32_t, Box> pageSizes;
   std::map<std::uint32_t, Box> extents;

@@ -149,6 +149,7 @@ private:
   }
 
   void DrawFiles() {
+    TellOfMissingBox();
     const Units units = Units::FromEnvironment();
     const auto areas = std::make_shared<PageAreas>(session, options.area, units, ForeseenPages());
     if (areas->NeedMeasuring()) Measure(*areas, units);
@@ -164,9 +165,18 @@ private:
     TellLosses(*files);
   }
 
+  void TellOfMissingBox() const {
+    const orxdrawing::DocumentComments& comments = session.Source().Comments();
+    if (options.area != Area::HighResolution || comments.fineBox ||
+        !comments.finePageBoxes.empty()) {
+      return;
+    }
+    Warn(session.Name(), "states no high-resolution box: the other box is shown");
+  }
+
   [[nodiscard]] PictureSettings Settings(Units units) const {
     PictureSettings settings;
-    settings.dotsPerInch = options.dotsPerInch;
+    settings.pixels = options.pixels;
     settings.pointsPerUnit = units.pointsPerUnit;
     settings.title = session.Source().Comments().title;
     settings.creator = session.Source().Comments().creator;

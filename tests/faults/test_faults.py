@@ -36,6 +36,11 @@ ENDLESS = HEADER + "/a0 {0 0 moveto 9 9 lineto stroke} def\n" + "".join(
 ) + "a59\n"
 
 
+# Who runs the tests in the background may have these ignored, and so would every child.
+for number in (signal.SIGINT, signal.SIGQUIT):
+    signal.signal(number, signal.SIG_DFL)
+
+
 def pages(count, body=SQUARE):
     return f"%!PS-Adobe-3.0\n%%Pages: {count}\n%%BoundingBox: 0 0 100 100\n" + "".join(
         f"%%Page: {page} {page}\n{body}showpage\n" for page in range(1, count + 1)
@@ -43,7 +48,9 @@ def pages(count, body=SQUARE):
 
 
 # Painting takes seconds, interpreting none.
-SLOW_TO_PAINT = pages(400, "0 0 moveto 100 0 lineto 100 100 lineto 0 100 lineto closepath fill\n" * 9)
+WHOLE = "0 0 moveto 100 0 lineto 100 100 lineto 0 100 lineto closepath fill\n"
+SLOW_TO_PAINT = pages(400, WHOLE * 9)
+SLOW_PAGE = pages(1, WHOLE * 200_000)
 SLOWLY = ["-f", "png", "-r", "600"]
 
 
@@ -315,8 +322,7 @@ class Interruption(Faults):
             self.assertEqual(self.files(), ["a.eps", "slow.eps"])
 
     def test_nobody_else_may_read_what_is_being_painted(self):
-        whole = "0 0 moveto 100 0 lineto 100 100 lineto 0 100 lineto closepath fill\n"
-        self.write("slow.eps", pages(1, whole * 200_000))
+        self.write("slow.eps", SLOW_PAGE)
         for faults in ("", self.NAMED):
             process = self.start("render", "slow.eps", *SLOWLY, faults=faults, umask=0)
             time.sleep(0.7)
@@ -332,7 +338,7 @@ class Interruption(Faults):
             self.assertEqual({stat.S_IMODE(output.st_mode) for output in outputs}, {0o600})
 
     def test_files_without_names_outlive_nothing(self):
-        self.write("slow.eps", SLOW_TO_PAINT)
+        self.write("slow.eps", SLOW_PAGE)
         process = self.start("render", "slow.eps", *SLOWLY)
         time.sleep(0.5)
         self.assertIsNone(process.poll())

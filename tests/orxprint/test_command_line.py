@@ -71,8 +71,11 @@ def png_rows(data):
 
 
 def rgb_of(row, width, depth, colour_type, palette):
-    if colour_type == 2:
-        return bytes(row)
+    if colour_type in (2, 6):
+        channels = 3 if colour_type == 2 else 4
+        return b"".join(bytes(row[i : i + 3]) for i in range(0, width * channels, channels))
+    if colour_type == 4:
+        return b"".join(bytes([row[i]]) * 3 for i in range(0, 2 * width, 2))
     samples = [row[i * depth // 8] >> (8 - depth - i * depth % 8) & (1 << depth) - 1 for i in range(width)]
     if colour_type == 3:
         return b"".join(palette[3 * sample : 3 * sample + 3] for sample in samples)
@@ -128,7 +131,11 @@ class Usage(CommandLine):
             (["render", "a.eps", "-f", "jpeg"], "'jpeg' is not a format"),
             (["render", "a.eps", "-o", "a.jpeg"], "says no format"),
             (["render", "a.eps", "--pages", "3-1"], "'3-1' is not a list of pages"),
-            (["render", "a.eps", "--area", "all"], "'all' is not box, page or drawing"),
+            (["render", "a.eps", "--area", "all"], "'all' is not box, hires, page or drawing"),
+            (["render", "a.eps", "-o", "a.png", "--fit", "4x"], "'4x' is not a size in pixels"),
+            (["render", "a.eps", "-o", "a.png", "--fit", "4x5", "--width", "4"], "excludes"),
+            (["render", "a.eps", "-o", "a.png", "--background", "#12345"], "none, white or"),
+            (["render", "a.eps", "--grey"], "is for PNG, and the format is svg"),
             (["render", "a.eps", "-r", "0"], "0"),
             (["render", "a.eps", "b.eps", "-o", "c.pdf"], "one output for several files"),
             (["trace", "a.eps", "--page", "-1"], "-1"),
@@ -346,6 +353,7 @@ class Drawing(CommandLine):
         self.write("a.eps", HALF)
         self.write("late.eps", HALF.replace(BOX, "%%BoundingBox: (atend)\n") + BOX)
         self.write("none.eps", HALF.replace(BOX, ""))
+        self.write("fine.eps", HALF.replace(BOX, BOX + "%%HiResBoundingBox: 20 35.0 70 55.0\n"))
         white, black = b"\xff" * 3, b"\x00" * 3
         for name, area, size, pixels in [
             ("a.eps", "box", (100, 50), {(0, 0): white, (0, 49): black, (99, 25): black}),
@@ -353,6 +361,9 @@ class Drawing(CommandLine):
             ("a.eps", "page", (110, 70), {(9, 69): white, (10, 49): black, (10, 50): white}),
             ("a.eps", "drawing", (100, 25), {(0, 0): black, (99, 24): black}),
             ("none.eps", "box", (100, 25), {(0, 0): black, (99, 24): black}),
+            ("fine.eps", "hires", (50, 20), {(0, 0): white, (0, 19): black}),
+            ("fine.eps", "box", (100, 50), {(0, 24): white}),
+            ("a.eps", "hires", (100, 50), {(0, 0): white, (0, 49): black}),
         ]:
             with self.subTest(name=name, area=area):
                 self.expect(0, "render", name, "-o", "out.png", "-r", "72", "--area", area)
@@ -361,6 +372,24 @@ class Drawing(CommandLine):
                 rows = png_rows(data)
                 for (x, y), pixel in pixels.items():
                     self.assertEqual(rows[y][3 * x : 3 * x + 3], pixel, (x, y))
+
+    def test_pictures_for_previews(self):
+        self.write("a.eps", HALF)
+        for arguments, size, kind, corners in [
+            (["--width", "30"], (30, 15), 0, (b"\xff" * 3, b"\x00" * 3)),
+            (["--height", "30"], (60, 30), 0, (b"\xff" * 3, b"\x00" * 3)),
+            (["--fit", "40x90", "--grey"], (40, 20), 0, (b"\xff" * 3, b"\x00" * 3)),
+            (["--fit", "90x10", "--background", "none"], (20, 10), 4, (b"\x00" * 3, b"\x00" * 3)),
+            (["-r", "72", "--background", "#10fF20"], (100, 50), 2, (b"\x10\xff\x20", b"\x00" * 3)),
+        ]:
+            with self.subTest(arguments=arguments):
+                self.expect(0, "render", "a.eps", "-o", "out.png", *arguments)
+                data = self.read("out.png")
+                self.assertEqual((png_size(data), data[25]), (size, kind))
+                rows = png_rows(data)
+                self.assertEqual((rows[0][: len(corners[0])], rows[-1][: len(corners[1])]), corners)
+        self.expect(4, "render", "a.eps", "-o", "b.png", "--width", "900000", message="would do")
+        self.expect(0, "render", "a.eps", "--area", "hires", message="no high-resolution box")
 
     def test_a_document_without_size_that_draws_nothing_is_refused(self):
         self.write("a.eps", HEADER + "1 2 add\n")
