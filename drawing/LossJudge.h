@@ -37,6 +37,12 @@ public:
   [[nodiscard]] Findings& Found() noexcept { return findings; }
 
 private:
+  // Beyond these nothing more is kept or looked for, so that no document makes the judge large or
+  // slow: origins and settings; what waits for the next painting; looks into procedures.
+  static constexpr std::size_t kMostKept = std::size_t{1} << 16;
+  static constexpr std::size_t kMostPending = 1000;
+  static constexpr int kMostSearches = 2000;
+
   using Color = std::array<float, 3>;
 
   // Something that did not take effect: where it comes from and when it matters. Number 0 is none.

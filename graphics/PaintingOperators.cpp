@@ -8,7 +8,7 @@ namespace orxeps::operators {
 // stroke ->
 ResultCode Stroke(Machine& machine, Canvas& canvas) {
   if (!canvas.HasGenerator()) return ResultCode::Failed;
-  machine.watch.CountWork(canvas.states.PathCount());
+  machine.watch.CountWork(static_cast<std::int64_t>(canvas.states.PathCount()));
   canvas.Stroke();
   return ResultCode::Ran;
 }
@@ -17,7 +17,7 @@ namespace {
 
 ResultCode FillPath(Machine& machine, Canvas& canvas, FillRule rule) {
   if (!canvas.HasGenerator()) return ResultCode::Failed;
-  machine.watch.CountWork(canvas.states.PathCount());
+  machine.watch.CountWork(static_cast<std::int64_t>(canvas.states.PathCount()));
   return canvas.Fill(rule) ? ResultCode::Ran : ResultCode::Failed;
 }
 

@@ -1,6 +1,7 @@
 // The passes that the framework starts: the main loop with its page filter, and the two operations
 // that run it.
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -50,18 +51,25 @@ private:
   ORXUnicodeString line;
 };
 
+// Label and number of a page, as its comment has them.
+std::string_view PageNameIn(std::string_view comment) {
+  const std::string_view name = comment.substr(comment.find(':') + 1);
+  const std::size_t begin = std::min(name.find_first_not_of(" \t"), name.size());
+  return name.substr(begin, name.find_last_not_of(" \t\r\n") + 1 - begin);
+}
+
 }  // namespace
 
 void ORXPrintEPSInterpreter::CommentRead(std::string_view text) {
   if (text == "EOF") {
     scanner.input.SeekToEnd();
   } else if (text.find("Page:") != std::string_view::npos) {
-    BeginPage();
+    BeginPage(text);
   }
 }
 
-void ORXPrintEPSInterpreter::BeginPage() {
-  watch.Note({ORXNoteKind::PageBegun, "%%Page:", {}, 0});
+void ORXPrintEPSInterpreter::BeginPage(std::string_view comment) {
+  watch.Note({ORXNoteKind::PageBegun, "%%Page:", PageNameIn(comment), 0});
   pageState = PageState::Drawing;
   if (AllPagesFlag() == 1 && pageCounter > 0 && canvas.HasGenerator()) canvas.NewPage();
   ++pageCounter;

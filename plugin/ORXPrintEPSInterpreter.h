@@ -77,7 +77,7 @@ public:
 
 private:
   void CommentRead(std::string_view text) override;
-  void BeginPage();
+  void BeginPage(std::string_view comment);
   [[nodiscard]] bool TakesEffect(bool isShowPage) const noexcept;
   void PushLiteral(PSRef object);
   void InterpretNext();

@@ -80,6 +80,14 @@ std::string ImageOf(const std::string& entries, const std::string& data = "5l~>"
          "/DataSource currentfile /ASCII85Decode filter>> image\n" + data + " ";
 }
 
+// A white row of eight pixels in fax coding.
+std::string FaxOf(const std::string& parameters, const std::string& entries = "") {
+  return "50 50 scale/f currentfile /ASCII85Decode filter <</K -1/Columns 8/Rows 1" + parameters +
+         ">> /CCITTFaxDecode filter def <</Width 8/Height 1/BitsPerComponent 1"
+         "/ImageMatrix[8 0 0 -1 0 1]" +
+         entries + "/DataSource f>> image\nJ-Z.*~> ";
+}
+
 void ExpectLosses(const std::vector<Case>& table) {
   for (const auto& [program, losses] : table) EXPECT_EQ(LossesOf(program), losses) << program;
 }
@@ -140,6 +148,12 @@ TEST(Losses, OfImagesAreFoundByKind) {
       {ImageOf(usual, "!~>"), "image-undecodable image 1@124"},
       {"1 1000000000 div 1 scale " + ImageOf(usual), "image-thin image 1@149"},
       {"currentfile /FlateDecode filter", "filter-unknown FlateDecode 1@25"},
+      {FaxOf(""), ""},
+      {FaxOf("/BlackIs1 true", "/Decode[1 0]"), ""},
+      {FaxOf("/BlackIs1 true"), "image-negative image 1@196"},
+      {FaxOf("", "/Decode[1 0]"), "image-negative image 1@194"},
+      {FaxOf("/EncodedByteAlign true"), "image-fax EncodedByteAlign 1@204"},
+      {FaxOf("/K 4"), "image-undecodable image 1@186"},
       {"1 1 8[1 0 0 -1 0 1]{currentfile /ASCII85Decode filter}false 3 colorimage\nz~> ",
        "image-undecodable colorimage 1@62"},
   });

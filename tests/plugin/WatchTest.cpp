@@ -110,6 +110,20 @@ TEST(Watching, IsAskedByWorkNotByOperators) {
   }
 }
 
+TEST(Watching, TellsThePagesByTheirNames) {
+  class Pages final : public ORXNoteListener {
+  public:
+    void Noted(const ORXNote& note) noexcept override {
+      if (note.kind == ORXNoteKind::PageBegun) names += std::string(note.detail) + "|";
+    }
+    std::string names;
+  } pages;
+  Interpretation interpretation("%%Page: (ground floor) 1\n%%EndPage: \n%%Page:  ii 2 \r\n1 pop");
+  interpretation.Get().SetListener(&pages);
+  static_cast<void>(interpretation.Draw());
+  EXPECT_EQ(pages.names, "(ground floor) 1||ii 2|");
+}
+
 // Throws, or asks the interpreter, at the first line.
 class UnrulyGenerator final : public SilentGenerator {
 public:
