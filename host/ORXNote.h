@@ -29,7 +29,7 @@ enum class ORXNoteKind : std::uint32_t {
   ImageNegative,     // dark and light are exchanged
   ImageColors,       // the components are not those of the samples, or not in their range
   FaxParameter,      // a parameter of the fax filter that does not count; `detail` is its name
-  PageBegun,         // a page comment; `detail` is what it says behind its colon
+  PageBegun,         // a page comment, which stands at Place(); `detail` are its name's letters
 };
 
 struct ORXNote {

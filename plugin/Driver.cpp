@@ -1,7 +1,6 @@
 // The passes that the framework starts: the main loop with its page filter, and the two operations
 // that run it.
 
-#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -51,11 +50,9 @@ private:
   ORXUnicodeString line;
 };
 
-// Label and number of a page, as its comment has them.
+// The letters of a page's label: a comment has lost all else.
 std::string_view PageNameIn(std::string_view comment) {
-  const std::string_view name = comment.substr(comment.find(':') + 1);
-  const std::size_t begin = std::min(name.find_first_not_of(" \t"), name.size());
-  return name.substr(begin, name.find_last_not_of(" \t\r\n") + 1 - begin);
+  return comment.substr(comment.find(':') + 1);
 }
 
 }  // namespace

@@ -121,7 +121,7 @@ TEST(Watching, TellsThePagesByTheirNames) {
   Interpretation interpretation("%%Page: (ground floor) 1\n%%EndPage: \n%%Page:  ii 2 \r\n1 pop");
   interpretation.Get().SetListener(&pages);
   static_cast<void>(interpretation.Draw());
-  EXPECT_EQ(pages.names, "(ground floor) 1||ii 2|");
+  EXPECT_EQ(pages.names, "groundfloor||ii|");
 }
 
 // Throws, or asks the interpreter, at the first line.
