@@ -52,6 +52,7 @@ Status CheckDocument(const Plugin& plugin, const CommonOptions& common, const Ch
   const Outcome outcome = Attempt(file, [&] {
     Session session(plugin, common, file);
     Interpret(session, options);
+    if (!session.Found()) throw Failure("this plug-in does not tell what it leaves out");
     report = MakeReport(session);
     if (!options.html.empty()) AddThumbnail(session, report);
     return session.TellShortfalls();

@@ -75,6 +75,7 @@ void Session::Interpret(std::shared_ptr<RunControl> control, Work work) {
 
 void Session::TakeEnd(RunControl& control) {
   const std::optional<Stop> reason = control.Reason();
+  if (control.judge && !control.watched && !reason) StopJudging();
   if (reason == Stop::ReadFailed || reason == Stop::HostFailed) throw Failure(Describe(*reason));
   if (reason && !stop) {
     stop = reason;

@@ -60,7 +60,7 @@ public:
   // From now on what is drawn is judged, all of it together.
   void JudgeDrawing() { judge = std::make_shared<orxdrawing::LossJudge>(); }
   void StopJudging() { judge.reset(); }
-  // What was found; none unless drawing was judged.
+  // What was found; none unless drawing was judged and the plug-in tells what it leaves out.
   [[nodiscard]] orxdrawing::Findings* Found() { return judge ? &judge->Found() : nullptr; }
 
   // Answers about the document and the pages that `choose` names when it knows the former; there

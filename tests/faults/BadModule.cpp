@@ -21,22 +21,11 @@ extern "C" __attribute__((visibility("default"))) int fctIsORXOMModule() { retur
 
 namespace {
 
-#  if defined(ORX_RUN_HANGS) || defined(ORX_RUN_TELLS_ITS_END)
-// Draws a line, then never comes back and asks nobody; or tells the watcher that it ended as the
-// variable ORX_PASS_RESULT says.
-class Short final : public ORXPrintInterpreter, public ORXWatchable {
+#  if defined(ORX_RUN_HANGS) || defined(ORX_RUN_TELLS_ITS_END) || defined(ORX_RUN_TELLS_NOTHING)
+// Draws a line.
+class Short : public ORXPrintInterpreter {
 public:
   Short() : ORXPrintInterpreter("short") {}
-  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
-  [[nodiscard]] ORXPlace Place() const noexcept override { return {}; }
-  [[nodiscard]] ORXOperand Operand(std::int32_t /*fromTop*/) const noexcept override { return {}; }
-  [[nodiscard]] ORXGraphics Graphics() const noexcept override { return {}; }
-  [[nodiscard]] ORXExtent PathExtent() const noexcept override { return {}; }
-  [[nodiscard]] bool RunsAny(std::int32_t, ORXNameTest&) noexcept override { return false; }
-  [[nodiscard]] bool NameRunsAny(std::string_view, ORXNameTest&) noexcept override { return false; }
-  [[nodiscard]] bool RunningRunsAny(ORXNameTest&) noexcept override { return false; }
-  void SetListener(ORXNoteListener* /*listener*/) noexcept override {}
-  void SetMark(std::uint32_t /*mark*/) noexcept override {}
   int GetPageSize(float* /*width*/, float* /*height*/) override { return 0; }
   int GetPageCount(unsigned* /*count*/) override { return 0; }
   int GetPageLabel(ORXUnicodeString& /*label*/) override { return 0; }
@@ -48,19 +37,35 @@ public:
     return End();
   }
 
+protected:
+  virtual int End() { return 1; }
+};
+
+// Never comes back and asks nobody; or tells the watcher that it ended as the variable
+// ORX_PASS_RESULT says.
+class Watched final : public Short, public ORXWatchable {
+public:
+  void SetWatcher(ORXInterpreterWatcher* newWatcher) noexcept override { watcher = newWatcher; }
+  [[nodiscard]] ORXPlace Place() const noexcept override { return {}; }
+  [[nodiscard]] ORXOperand Operand(std::int32_t /*fromTop*/) const noexcept override { return {}; }
+  [[nodiscard]] ORXGraphics Graphics() const noexcept override { return {}; }
+  [[nodiscard]] ORXExtent PathExtent() const noexcept override { return {}; }
+  [[nodiscard]] bool RunsAny(std::int32_t, ORXNameTest&) noexcept override { return false; }
+  [[nodiscard]] bool NameRunsAny(std::string_view, ORXNameTest&) noexcept override { return false; }
+  [[nodiscard]] bool RunningRunsAny(ORXNameTest&) noexcept override { return false; }
+  void SetListener(ORXNoteListener* /*listener*/) noexcept override {}
+  void SetMark(std::uint32_t /*mark*/) noexcept override {}
+
 private:
+  int End() override {
 #    if defined(ORX_RUN_HANGS)
-  static int End() {
     std::this_thread::sleep_for(std::chrono::hours(1));
-    return 1;
-  }
-#    else
-  int End() {
-    const auto result = static_cast<ORXPassResult>(std::atoi(std::getenv("ORX_PASS_RESULT")));
+#    endif
+    const char* told = std::getenv("ORX_PASS_RESULT");
+    const auto result = static_cast<ORXPassResult>(told ? std::atoi(told) : 0);
     watcher->PassEnded({result, "stackoverflow", 1234});
     return result != ORXPassResult::HostThrew;
   }
-#    endif
 
   ORXInterpreterWatcher* watcher = nullptr;
 };
@@ -70,6 +75,8 @@ void* Make(void* /*argument*/) {
 #  if defined(ORX_FACTORY_THROWS)
   throw std::runtime_error("\x1b[31mno parts left");
 #  elif defined(ORX_RUN_HANGS) || defined(ORX_RUN_TELLS_ITS_END)
+  return static_cast<ORXPrintInterpreter*>(new Watched);
+#  elif defined(ORX_RUN_TELLS_NOTHING)
   return static_cast<ORXPrintInterpreter*>(new Short);
 #  endif
   return nullptr;

@@ -527,6 +527,10 @@ class Failing(Faults):
 
     def test_how_a_pass_ended_is_told_once(self):
         self.write("two.eps", pages(2))
+        silent = ["a.eps", "--plugin", str(FAULTS / "RUN_TELLS_NOTHING.so")]
+        self.expect(1, "check", *silent, message="does not tell what it leaves out")
+        self.expect(0, "render", *silent)
+        self.assertNotIn("lost", self.told)
         module = ["two.eps", "--plugin", str(FAULTS / "RUN_TELLS_ITS_END.so")]
         for result, status, told in [
             (0, 0, ""),
