@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "drawing/NullGenerator.h"
+#include "orxprint/BatchReport.h"
 #include "orxprint/CheckPage.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
@@ -91,13 +92,14 @@ Status WritePage(const std::vector<CheckReport>& reports, Units units, const Com
 
 Status Check(const Plugin& plugin, const CommonOptions& common, const CheckOptions& options) {
   const Units units = Units::FromEnvironment();
-  Status gravest = Status::Done;
+  BatchReport batch("checked", options.report);
   Json objects = Json::array();
   std::vector<CheckReport> reports;
-  for (const std::string& file : options.files) {
+  for (const ListedDocument& document : ListDocuments(options.documents)) {
     CheckReport report;
-    report.file = file;
-    gravest = Gravest(gravest, CheckDocument(plugin, common, options, report));
+    report.file = document.name;
+    const Status status = CheckDocument(plugin, common, options, report);
+    batch.Add({report.file, status, false, report.error, {}, KindsIn(report)});
     if (!options.html.empty()) {
       reports.push_back(std::move(report));
     } else if (options.json) {
@@ -105,9 +107,11 @@ Status Check(const Plugin& plugin, const CommonOptions& common, const CheckOptio
     } else if (report.error.empty()) {
       const Status printed = Print(ForPeople(report, units), common);
       // Nobody reads what the other files would say either.
-      if (printed != Status::Done) return Gravest(gravest, printed);
+      if (printed != Status::Done) return Gravest(batch.Gravest(), printed);
     }
   }
+  batch.TellSum(true);
+  const Status gravest = batch.Write();
   if (!options.html.empty()) {
     return Gravest(gravest, WritePage(reports, units, common, options.html));
   }

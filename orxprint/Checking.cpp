@@ -80,8 +80,17 @@ CheckReport MakeReport(Session& session) {
   return report;
 }
 
-Status TellLostContent(Session& session, const RenderOptions& options) {
-  if (!session.Found()) return Status::Done;
+std::vector<std::string> KindsIn(const CheckReport& report) {
+  std::vector<std::string> kinds;
+  for (const Finding& finding : VisibleFindings(report)) {
+    const std::string name(KindOf(finding.loss).name);
+    if (std::ranges::find(kinds, name) == kinds.end()) kinds.push_back(name);
+  }
+  return kinds;
+}
+
+LostContent TellLostContent(Session& session, const RenderOptions& options) {
+  if (!session.Found()) return {};
   const CheckReport report = MakeReport(session);
   const std::vector<std::string> lines = FindingLines(report);
   if (!lines.empty() && options.telling != Telling::ErrorsOnly) {
@@ -92,9 +101,11 @@ Status TellLostContent(Session& session, const RenderOptions& options) {
       if (options.telling == Telling::All) Tell(session.Name(), line);
     }
   }
-  if (MetLimit(report)) return Status::LimitReached;
   const bool isGrave = GravestOf(report) >= Severity::Missing;
-  return options.strict && isGrave ? Status::ContentLost : Status::Done;
+  const Status status = MetLimit(report)            ? Status::LimitReached
+                        : options.strict && isGrave ? Status::ContentLost
+                                                    : Status::Done;
+  return {status, KindsIn(report)};
 }
 
 }  // namespace orxprint

@@ -11,8 +11,15 @@ namespace orxprint {
 // Of a session whose drawing was judged. Finds the lines of what was found.
 [[nodiscard]] CheckReport MakeReport(Session& session);
 
+// The names of what can be seen of it, the gravest first, each once.
+[[nodiscard]] std::vector<std::string> KindsIn(const CheckReport& report);
+
 // Tells what a drawing that was judged lacks, as the options ask for it: one warning, the whole
-// list, or nothing. Returns the status that this comes to.
-Status TellLostContent(Session& session, const RenderOptions& options);
+// list, or nothing.
+struct LostContent {
+  Status status = Status::Done;
+  std::vector<std::string> kinds;  // that can be seen, the gravest first
+};
+LostContent TellLostContent(Session& session, const RenderOptions& options);
 
 }  // namespace orxprint

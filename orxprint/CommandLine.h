@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "drawing/TraceGenerator.h"
+#include "orxprint/DocumentList.h"
 #include "orxprint/Failure.h"
 #include "orxprint/Formats.h"
 #include "orxprint/PageList.h"
@@ -43,8 +44,13 @@ struct CommonOptions {
 // What is told of content that is lost.
 enum class Telling { ErrorsOnly, OneWarning, All };
 
+// Outputs that are there already.
+enum class Existing { Replaced, KeptIfNewer, Kept };
+
 struct RenderOptions {
-  std::vector<std::string> files;
+  DocumentChoice documents;
+  Existing existing = Existing::Replaced;
+  std::string report;  // empty: none
   std::string output;  // empty: beside the input
   const Format* format = &DefaultFormat();
   PixelSettings pixels;
@@ -55,7 +61,8 @@ struct RenderOptions {
 };
 
 struct CheckOptions {
-  std::vector<std::string> files;
+  DocumentChoice documents;
+  std::string report;  // empty: none
   bool json = false;
   std::string html;               // empty: none
   std::optional<PageList> pages;  // none: all

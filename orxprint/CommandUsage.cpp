@@ -52,6 +52,29 @@ void CommandUsage::AddFiles(std::vector<std::string>& files, const char* descrip
   command->add_option("FILE", files, description)->required();
 }
 
+void CommandUsage::AddBatch(DocumentChoice& choice, std::string& report, const char* description) {
+  command->add_option("FILE", choice.names, description);
+  command->add_flag("-R,--recursive", choice.takesFolders, "Take folders, with all in them");
+  command
+      ->add_option("--files0-from", choice.namesFrom,
+                   "Take the names in this file as well, each ended by a zero byte; -: from input")
+      ->type_name("FILE|-");
+  command->add_option("--shard", shard, "Take every COUNTth document, from this one on")
+      ->type_name("NUMBER/COUNT");
+  command->add_option("--report", report, "Write a line of JSON for each document")
+      ->type_name("OUT.jsonl");
+}
+
+void CommandUsage::FinishBatch(DocumentChoice& choice) const {
+  if (choice.names.empty() && choice.namesFrom.empty()) {
+    throw CLI::ParseError("FILE is required", CLI::ExitCodes::RequiredError);
+  }
+  std::vector<std::string> readers = choice.names;
+  readers.push_back(choice.namesFrom);
+  RequireOneStandardInput(readers);
+  if (!shard.empty()) choice.shard = ParseShard(shard);
+}
+
 namespace {
 
 class CheckUsage final : public CommandUsage {
@@ -60,7 +83,7 @@ public:
     CLI::App& check =
         Add(app, "check", "Tell what will be lost or differ, and where", kCheckFooter);
     common.AddTo(check);
-    AddFiles(options.files, "Documents to check");
+    AddBatch(options.documents, options.report, "Documents to check, or folders with -R");
     CLI::Option* json = check.add_flag("--json", options.json, "Print for programs");
     check.add_option("--html", options.html, "Write a page with pictures instead")
         ->type_name("OUT")
@@ -69,7 +92,7 @@ public:
   }
 
   Request Finish(const CommonOptions& common) override {
-    RequireOneStandardInput(options.files);
+    FinishBatch(options.documents);
     options.pages = ParsePages(pages);
     return {common, options};
   }

@@ -48,9 +48,14 @@ protected:
   // Of a command that takes documents, and the pages to look at.
   void AddPages(const char* description);
   void AddFiles(std::vector<std::string>& files, const char* description);
+  // Of a command that works on any number of documents.
+  void AddBatch(DocumentChoice& choice, std::string& report, const char* description);
+  // Throws CLI::ParseError.
+  void FinishBatch(DocumentChoice& choice) const;
 
   CLI::App* command = nullptr;
   std::string pages;  // as written
+  std::string shard;
 };
 
 // All commands, in the order of the help.

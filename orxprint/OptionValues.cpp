@@ -123,6 +123,16 @@ PixelBounds ParseFit(const std::string& text) {
   return {static_cast<int>(*width), static_cast<int>(*height)};
 }
 
+Shard ParseShard(const std::string& text) {
+  const std::size_t slash = std::min(text.find('/'), text.size());
+  const auto number = NumberOf(std::string_view(text).substr(0, slash));
+  const auto count = NumberOf(std::string_view(text).substr(std::min(slash + 1, text.size())));
+  if (!number || !count || *number < 1 || *number > *count) {
+    Refuse("--shard", text, "a share such as 3/8");
+  }
+  return {*number, *count};
+}
+
 std::optional<orxdrawing::Colour> ParseBackground(const std::string& text) {
   if (text == "none") return std::nullopt;
   if (text == "white") return orxdrawing::Colour{1, 1, 1};

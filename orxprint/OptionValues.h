@@ -36,6 +36,8 @@ void RequireOneStandardInput(const std::vector<std::string>& files);
 [[nodiscard]] orxdrawing::TraceCallSet ParseCalls(const std::vector<std::string>& names);
 // WIDTHxHEIGHT in pixels.
 [[nodiscard]] PixelBounds ParseFit(const std::string& text);
+// NUMBER/COUNT, from 1/1.
+[[nodiscard]] Shard ParseShard(const std::string& text);
 // "none", "white" or "#rrggbb"; none is transparent.
 [[nodiscard]] std::optional<orxdrawing::Colour> ParseBackground(const std::string& text);
 

@@ -4,9 +4,9 @@
 
 namespace orxprint {
 
-Outputs::Outputs(const std::vector<std::string>& files) {
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    if (const auto identity = IdentityOf(files[i])) inputs.emplace(*identity, i);
+Outputs::Outputs(const std::vector<ListedDocument>& documents) {
+  for (std::size_t i = 0; i < documents.size(); ++i) {
+    if (const auto identity = IdentityOf(documents[i].name)) inputs.emplace(*identity, i);
   }
 }
 

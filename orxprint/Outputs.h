@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "orxprint/DocumentList.h"
 #include "orxprint/OutputFile.h"
 
 namespace orxprint {
@@ -14,7 +15,7 @@ namespace orxprint {
 class Outputs {
 public:
   // The files that the command reads, "-" aside.
-  explicit Outputs(const std::vector<std::string>& files);
+  explicit Outputs(const std::vector<ListedDocument>& documents);
 
   // Makes the place of an output the `document`-th document's, however often. Throws Failure when
   // an input lies there or it is another document's.

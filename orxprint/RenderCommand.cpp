@@ -11,6 +11,7 @@
 #include "drawing/PageFilter.h"
 #include "drawing/ShapeGatherer.h"
 #include "host/ORXPrintPropertiesManager.h"
+#include "orxprint/BatchReport.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Files.h"
@@ -45,29 +46,48 @@ constexpr std::size_t kMostForeseenPages = 10'000;
 class Rendering {
 public:
   Rendering(const Plugin& plugin, const CommonOptions& common, const RenderOptions& renderOptions,
-            Outputs& commandOutputs, std::size_t documentNumber)
+            Outputs& commandOutputs, const ListedDocument& document, std::size_t documentNumber)
       : options(renderOptions),
         format(*renderOptions.format),
         allOutputs(commandOutputs),
         number(documentNumber),
         memoryLimit(common.memoryLimit),
-        session(plugin, common, renderOptions.files[documentNumber]),
+        folder(document.folder),
+        session(plugin, common, document.name),
         outputName(ChooseOutput()) {}
 
   // Draws and writes. Throws what Attempt takes.
-  Status Work() {
+  Status Work(DocumentResult& result) {
     if (options.pages) {
       const bool mayRepeat = format.pages == PagesInFile::All;
       selected =
           SelectPages(*options.pages, PageCount(), mayRepeat ? Repeats::Kept : Repeats::Left);
     }
+    if (format.WritesFiles() && MayStay()) {
+      result.isSkipped = true;
+      return session.TellShortfalls();
+    }
     if (format.WritesFiles()) CheckOutputs();
     format.WritesFiles() ? DrawFiles() : Discard();
-    const Status status = Gravest(session.TellShortfalls(), TellLostContent(session, options));
+    const LostContent lost = TellLostContent(session, options);
+    result.losses = lost.kinds;
+    result.outputs = written;
+    const Status status = Gravest(session.TellShortfalls(), lost.status);
     return isCutShort ? Status::LimitReached : status;
   }
 
 private:
+  // Whether what the document would be drawn into is there and is not to be replaced.
+  [[nodiscard]] bool MayStay() const {
+    if (options.existing == Existing::Replaced) return false;
+    const FileStatus document = StatusOf(PathOf(session.Name()));
+    return std::ranges::all_of(ForeseenNames(), [&](const std::string& name) {
+      const FileStatus output = StatusOf(PathOf(name));
+      return output.kind == FileKind::Regular &&
+             (options.existing == Existing::Kept || output.changed >= document.changed);
+    });
+  }
+
   // Where the document goes unless its pages are numbered.
   [[nodiscard]] OutputName ChooseOutput() const {
     const bool isFromInput = session.Source().IsStandardInput();
@@ -79,12 +99,17 @@ private:
     }
     if (isFromInput && !toFolder) return OutputName::Plain("-");
     fs::path output = PathOf(isFromInput ? "stdin" : session.Name());
-    if (toFolder) output = PathOf(options.output) / output.filename();
+    if (toFolder)
+      output = (PathOf(options.output) / PathOf(folder) / output.filename()).lexically_normal();
     return OutputName::Plain(NameOf(output.replace_extension(format.name)));
   }
 
   // Tells at once what could be told only after the work.
   void CheckOutputs() {
+    if (!folder.empty() && !options.output.empty()) {
+      std::error_code error;  // told by the output that cannot be made
+      fs::create_directories(PathOf(outputName.Whole()).parent_path(), error);
+    }
     for (const std::string& name : ForeseenNames()) allOutputs.Claim(name, number);
     try {
       const OutputFile probe(outputName.Whole());
@@ -272,7 +297,10 @@ private:
     for (OutputFile& output : files.Outputs()) {
       allOutputs.Claim(output.Name(), number);
     }
-    for (OutputFile& output : files.Outputs()) output.Commit(session.GivenEnd());
+    for (OutputFile& output : files.Outputs()) {
+      output.Commit(session.GivenEnd());
+      written.push_back(output.Name());
+    }
   }
 
   void TellLosses(const PictureFiles& files) const {
@@ -293,23 +321,32 @@ private:
   Outputs& allOutputs;
   std::size_t number;  // of the document among those of the command
   std::uint64_t memoryLimit;
+  std::string folder;  // of the output, within the folder for all
   Session session;
   OutputName outputName;
   std::vector<std::uint32_t> selected;
+  std::vector<std::string> written;
   bool isCutShort = false;  // painting was
 };
 
 }  // namespace
 
 Status Render(const Plugin& plugin, const CommonOptions& common, const RenderOptions& options) {
-  Outputs outputs(options.files);
-  Status gravest = Status::Done;
-  for (std::size_t i = 0; i < options.files.size(); ++i) {
-    const Outcome outcome = Attempt(
-        options.files[i], [&] { return Rendering(plugin, common, options, outputs, i).Work(); });
-    gravest = Gravest(gravest, outcome.status);
+  BatchReport report("drawn", options.report);
+  const std::vector<ListedDocument> documents = ListDocuments(options.documents);
+  Outputs outputs(documents);
+  for (std::size_t i = 0; i < documents.size(); ++i) {
+    DocumentResult result;
+    result.file = documents[i].name;
+    const Outcome outcome = Attempt(result.file, [&] {
+      return Rendering(plugin, common, options, outputs, documents[i], i).Work(result);
+    });
+    result.status = outcome.status;
+    result.problem = outcome.problem;
+    report.Add(result);
   }
-  return gravest;
+  report.TellSum(options.telling != Telling::ErrorsOnly);
+  return report.Write();
 }
 
 }  // namespace orxprint

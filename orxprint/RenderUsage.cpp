@@ -34,8 +34,10 @@ void RequireThere(const Format& format) {
 }
 
 void RequireOneOutputForEach(const RenderOptions& render) {
-  const bool isShared =
-      render.files.size() > 1 && !render.output.empty() && !IsFolder(render.output);
+  const DocumentChoice& documents = render.documents;
+  const bool areMany =
+      documents.names.size() > 1 || documents.takesFolders || !documents.namesFrom.empty();
+  const bool isShared = areMany && !render.output.empty() && !IsFolder(render.output);
   if (!isShared || !render.format->WritesFiles()) return;
   throw CLI::ValidationError(
       "--output", "'" + render.output + "' is one output for several files: name a folder");
@@ -46,7 +48,10 @@ public:
   void AddTo(CLI::App& app, CommonUsage& common) override {
     CLI::App& render = Add(app, "render", "Draw documents as SVG, PDF or PNG", kRenderFooter);
     common.AddTo(render);
-    AddFiles(options.files, "Documents to draw");
+    AddBatch(options.documents, options.report, "Documents to draw, or folders with -R");
+    CLI::Option* newer =
+        render.add_flag("--newer", keepsNewer, "Leave drawings that are up to date");
+    render.add_flag("--no-clobber", keepsAll, "Leave drawings that are there")->excludes(newer);
     render.add_option("-o,--output", options.output, "Where to draw to")->type_name("OUT");
     render.add_option("-f,--format", format, "The format; none interprets and discards")
         ->type_name("svg|pdf|png|none");
@@ -63,7 +68,9 @@ public:
   }
 
   Request Finish(const CommonOptions& common) override {
-    RequireOneStandardInput(options.files);
+    FinishBatch(options.documents);
+    if (keepsNewer) options.existing = Existing::KeptIfNewer;
+    if (keepsAll) options.existing = Existing::Kept;
     options.area = ParseArea(area);
     options.format = &ChooseFormat(format, options);
     RequireThere(*options.format);
@@ -121,6 +128,8 @@ private:
   std::string area = "box";
   std::string fit;
   std::string background;
+  bool keepsNewer = false;
+  bool keepsAll = false;
   bool isQuiet = false;
   bool isVerbose = false;
   std::vector<const CLI::Option*> forPng;
