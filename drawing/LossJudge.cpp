@@ -62,6 +62,10 @@ void LossJudge::TakeDropped(const ORXNote& note, ORXWatchable& interpreter) {
     return test.Test(note.detail) || interpreter.NameRunsAny(note.detail, test);
   };
   if (note.name != ">") return CountAt(Loss::CharactersLost, note.name, interpreter);
+  // A procedure that loses its brace takes what follows with it, or gives its body away.
+  if (note.detail == "{" || note.detail == "}") {
+    return CountAt(Loss::DataLost, note.detail, interpreter);
+  }
   if (++searches > kMostSearches) return;
   if (runs(text)) return CountAt(Loss::TextLost, note.detail, interpreter);
   if (runs(shapes)) return CountAt(Loss::DataLost, note.detail, interpreter);

@@ -128,6 +128,7 @@ TEST(Losses, AreFoundByKind) {
       {"[1 2] {(a) show} forall", "text-lost forall 1@17"},
       {"<41>" + kSquare, "failed moveto 1@9"},
       {"<41> stroke", "data-lost stroke 1@5"},
+      {"/f {<41>} def" + kSquare, "data-lost } 1@3"},
       {"/f {f} def f", "limit-met execstackoverflow 1@11"},
   });
 }

@@ -8,6 +8,7 @@ import json
 import os
 import pathlib
 import pty
+import select
 import shutil
 import subprocess
 import tempfile
@@ -90,7 +91,8 @@ class Windows(unittest.TestCase):
         with open(self.folder / "part.eps", "rb") as file:
             file.seek(8)
             result = subprocess.run([WINE, FOLDER / "orxprint.exe", "trace", "-"],
-                                    stdin=file, capture_output=True, env=ENVIRONMENT)
+                                    stdin=file, capture_output=True, env=ENVIRONMENT, timeout=120)
+        self.assertEqual(result.returncode, 0, result.stderr)
         self.assertIn(b"LineTo(10.583333, ", result.stdout)
 
     def test_a_reader_that_does_not_come_is_not_waited_for(self):
@@ -111,10 +113,12 @@ class Windows(unittest.TestCase):
             os.close(terminal)
             shown = b""
             try:
-                while block := screen.read(4096):
+                # whatever of Wine's keeps the terminal open
+                while select.select([screen], [], [], 60)[0] and (block := screen.read(4096)):
                     shown += block
             except OSError:  # the terminal has nobody left
                 pass
+            self.addCleanup(process.kill)
             self.assertEqual(process.wait(timeout=60), 0)
         self.assertIn("\u0447\u0435\u0440\u0442\u0451\u0436", shown.decode(errors="replace"))
 
