@@ -1,4 +1,7 @@
 // Bytes as letters, digits, plus and slash (RFC 4648), in pieces of any length.
+//
+// One encoder takes one run of bytes: add its pieces in order, then finish; what each call
+// gives is appended to the text. It keeps at most two bytes and owns nothing else.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,7 @@
 // The picture of what differs between two drawings.
+//
+// The commands that compare hand in both drawings and what differs, and get the picture on any
+// sink, so that every format can show it. Nothing is kept.
 #pragma once
 
 #include <cstdint>

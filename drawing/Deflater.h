@@ -1,4 +1,7 @@
 // Compression as writers of files need it, so that each host can bring its own.
+//
+// A writer is given a function that makes deflaters and owns those that it has made; packed bytes
+// leave through the sink as they come. A command line brings zlib, a browser its own.
 #pragma once
 
 #include <cstddef>

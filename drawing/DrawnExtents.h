@@ -1,4 +1,7 @@
 // What each page of a drawing covers, for as many pages as are told apart.
+//
+// It is a sink: draw on it, then ask. It keeps a box for each of the first pages and one for all,
+// whatever the drawing's size.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,7 @@
 // What a drawing covers.
+//
+// Boxes are values in points unless said otherwise; a shape that covers nothing has none. The sink
+// keeps one box a page, for areas that a document does not state.
 #pragma once
 
 #include <optional>

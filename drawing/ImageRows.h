@@ -1,4 +1,7 @@
 // The rows of an image as files hold them.
+//
+// Rows are counted from the one that is drawn topmost in memory; the image is borrowed, and what is
+// read of it lasts as long as it does.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,7 @@
 // The lines of places in a document, asked about in any order.
+//
+// Make one for a document and ask it; it reads the document again through the function that it was
+// given, never the whole into memory.
 #pragma once
 
 #include <array>

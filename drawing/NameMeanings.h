@@ -1,4 +1,6 @@
 // What the names of the PostScript language that the interpreter does not have would have done.
+//
+// A table and nothing else: the judge of losses asks it about each name that means nothing here.
 #pragma once
 
 #include <string_view>

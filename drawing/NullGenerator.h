@@ -1,4 +1,6 @@
 // A generator that drops everything, for runs whose time alone is of interest.
+//
+// It keeps nothing and answers 0 to every call.
 #pragma once
 
 #include "host/PrintGenerator.h"

@@ -1,4 +1,7 @@
 // Hands on the pages of a drawing that are pages of the document.
+//
+// It stands between the gatherer of shapes and whatever draws pages, and borrows the latter. Call
+// Finish behind the last shape, for the pages that are blank.
 #pragma once
 
 #include <cstddef>

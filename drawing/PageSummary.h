@@ -1,4 +1,7 @@
 // What a page holds, in numbers: shapes and points, extent, widths and colours.
+//
+// A sink counts while a drawing passes and owns what it has counted; memory is bounded, for what
+// is told apart is.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,7 @@
 // Pieces of work for all cores.
+//
+// The caller describes the pieces and waits; the threads are gone when it gets its answer, so
+// what the pieces borrow has to last for the call only.
 #pragma once
 
 #include <chrono>

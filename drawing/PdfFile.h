@@ -1,4 +1,7 @@
 // The objects of a PDF file around contents and images that were put aside.
+//
+// The last step of writing a PDF: content streams and samples lie packed in the spool that the
+// settings name, and this reads them back. It keeps nothing.
 #pragma once
 
 #include <vector>

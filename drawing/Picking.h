@@ -1,4 +1,7 @@
 // The shapes that touch a place.
+//
+// A sink for one place: let the drawing pass, then ask what was found. It keeps records, not
+// points, so that memory does not grow with the drawing.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,8 @@
 // Shapes together with the page that they are on and the place in the document that drew them.
+//
+// Commands that lead from the paper to the source draw on a PlacedSink through a PlacedGatherer:
+// shapes come out of the gatherer a little after they were made, so the teller notes where a stroke
+// began. Everything here borrows what it hands on to.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,7 @@
 // An image as a PNG file, in as few bits a pixel as its samples need.
+//
+// For images inside other files, such as SVG; pages are PngPicture's. The image is borrowed and
+// bytes leave through the sink as they are packed.
 #pragma once
 
 #include "drawing/Deflater.h"

@@ -1,4 +1,6 @@
 // Questions about the names that a procedure may come to run: whether it draws, or writes text.
+//
+// Each is handed to an interpreter while it runs; they keep nothing.
 #pragma once
 
 #include <string_view>

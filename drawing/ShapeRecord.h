@@ -1,4 +1,7 @@
 // What is known of a shape without its points: enough to tell people which one it is.
+//
+// Made from a shape while it is drawn, and a value from then on: finding, comparing and telling
+// work on records when the points are gone.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,7 @@
 // Bytes put aside until the file is complete that they belong to.
+//
+// A writer adds bytes while it does not know yet where they belong, remembers their place, and
+// reads them back at the end. Whoever drives the writer brings the spool and owns it.
 #pragma once
 
 #include <cstdint>

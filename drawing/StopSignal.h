@@ -1,4 +1,7 @@
 // Whether a picture is still wanted, for many threads to look at while only one of them asks.
+//
+// One lasts for the painting of a batch; the threads borrow it. Asking may be the caller's code, so
+// only one thread does.
 #pragma once
 
 #include <atomic>

@@ -1,4 +1,7 @@
 // Paints strokes and areas on one part of a canvas after the other. Each thread has one of its own.
+//
+// It borrows the canvas and the signal. Tiles of one canvas do not overlap, so painters need no
+// locks.
 #pragma once
 
 #include "drawing/AreaRasteriser.h"

@@ -1,4 +1,6 @@
 // What the command check says of one document, for people and for programs.
+//
+// A report is a value, made when the document's run is over; it borrows nothing of the run.
 #pragma once
 
 #include <map>

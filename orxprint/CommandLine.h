@@ -1,4 +1,8 @@
-// What the person asked for.
+// What the person asked for: the options of every command as values, checked and complete.
+//
+// The commands take these and know nothing of how they are written on the command line, which is
+// CommandUsage's. Everything is owned; formats are rows of a table that lasts as long as the
+// program.
 #pragma once
 
 #include <cstdint>

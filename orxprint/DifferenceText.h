@@ -1,4 +1,7 @@
 // Differences between drawings as diff prints them.
+//
+// Both forms list the same differences in the same order. Drawings and places are borrowed for the
+// call.
 #pragma once
 
 #include <string>
@@ -23,7 +26,7 @@ struct ComparedDrawing {
 [[nodiscard]] std::string DifferencesForPeople(
     const std::vector<orxdrawing::Difference>& differences, ComparedDrawing before,
     ComparedDrawing after);
-// The numbers and the list, as docs/comparing.md says.
+// The numbers and the list, as docs/diff.md says.
 [[nodiscard]] Json DifferencesForPrograms(const std::vector<orxdrawing::Difference>& differences,
                                           ComparedDrawing before, ComparedDrawing after);
 

@@ -1,4 +1,7 @@
 // What is odd about a file itself, whatever its program draws.
+//
+// Boxes, page counts, labels, headers: what the comments claim is compared with what was drawn. It
+// reads the document and keeps nothing.
 #pragma once
 
 #include "drawing/Findings.h"

@@ -1,4 +1,6 @@
 // Descriptions of documents as info prints them.
+//
+// The description is complete by then; these only say it, in text or as JSON.
 #pragma once
 
 #include <string>

@@ -1,4 +1,6 @@
 // How numbers and boxes stand in the JSON that commands print, units in the names of the keys.
+//
+// Every command that prints JSON uses these, so that equal things look alike in all of them.
 #pragma once
 
 #include <nlohmann/json.hpp>

@@ -37,7 +37,11 @@ std::optional<Box> Find(const std::map<std::uint32_t, Box>& boxes, std::uint32_t
 
 PageAreas::PageAreas(Session& session, Area wantedArea, Units units,
                      const std::vector<std::uint32_t>& numbers)
-    : area(wantedArea), comments(session.Source().Comments()) {
+    : area(wantedArea),
+      documentBox(session.Source().Comments().box),
+      pageBoxes(session.Source().Comments().pageBoxes),
+      fineBox(session.Source().Comments().fineBox),
+      finePageBoxes(session.Source().Comments().finePageBoxes) {
   const auto isStated = [this](std::uint32_t number) { return StatedAreaOf(number).has_value(); };
   if (area != Area::Drawing && !std::all_of(numbers.begin(), numbers.end(), isStated)) {
     AskForSizes(session, units, numbers);
@@ -64,12 +68,11 @@ void PageAreas::TakeExtent(std::uint32_t number, const std::optional<Box>& exten
 
 std::optional<Box> PageAreas::BoxOf(std::uint32_t number) const {
   const bool isFine = area == Area::HighResolution;
-  for (const std::optional<Box>& box :
-       {isFine ? Find(comments.finePageBoxes, number) : std::nullopt,
-        Find(comments.pageBoxes, number), isFine ? comments.fineBox : std::nullopt}) {
+  for (const std::optional<Box>& box : {isFine ? Find(finePageBoxes, number) : std::nullopt,
+                                        Find(pageBoxes, number), isFine ? fineBox : std::nullopt}) {
     if (box) return box;
   }
-  return comments.box;
+  return documentBox;
 }
 
 std::optional<Box> PageAreas::StatedAreaOf(std::uint32_t number) const {

@@ -1,4 +1,7 @@
 // Which part of the plane each page of a drawing shows.
+//
+// Made for a document before it is drawn, from its comments and the interpreter's answers; it keeps
+// copies of the boxes, so that a run may look after the session has ended.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +16,8 @@
 namespace orxprint {
 
 // The box is that of the page or the document, the high-resolution one where that is wanted and
-// stated; without one the page from its origin serves, and
-// without that the extent of what is drawn, which somebody has to measure.
+// stated; without one the page from its origin serves, and without that the extent of what is
+// drawn, which somebody has to measure.
 class PageAreas {
 public:
   // Asks the interpreter about the pages of these numbers where their comments say too little.
@@ -34,7 +37,10 @@ private:
   void AskForSizes(Session& session, Units units, std::vector<std::uint32_t> numbers);
 
   Area area;
-  const orxdrawing::DocumentComments& comments;
+  std::optional<Box> documentBox;
+  std::map<std::uint32_t, Box> pageBoxes;
+  std::optional<Box> fineBox;
+  std::map<std::uint32_t, Box> finePageBoxes;
   std::optional<Box> documentSize;  // as the library answers
   std::map<std::uint32_t, Box> pageSizes;
   std::map<std::uint32_t, Box> extents;

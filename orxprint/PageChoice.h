@@ -1,4 +1,6 @@
 // The passes that draw the pages which the person chose.
+//
+// For commands that draw page by page; the session is asked how many there are, once.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,6 @@
 // Places on the paper as people write them: "12.5,80", "12.5,80mm", "35,227pt".
+//
+// A value; the unit stays open until the interpreter's is known.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,7 @@
 // The few things that every operating system does in its own way.
+//
+// Declared once and written for each system in posix/ and windows/, so that no other file asks
+// which system it is on. Names and texts are UTF-8.
 #pragma once
 
 #include <cstdio>

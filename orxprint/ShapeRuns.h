@@ -1,4 +1,7 @@
 // Passes whose shapes go to a sink that knows the page and the place of each.
+//
+// The session runs the passes and the sink is shared with the thread of the run, which may outlive
+// the caller's interest in it.
 #pragma once
 
 #include <memory>

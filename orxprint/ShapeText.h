@@ -1,4 +1,6 @@
 // Shapes as commands tell people and programs of them.
+//
+// Records are borrowed for the call; places are looked up in the document, which may read it.
 #pragma once
 
 #include <string>

@@ -1,4 +1,7 @@
 // Places of a pass as lines and bytes of its document.
+//
+// One serves one document and keeps its own copy of the way to read it; ask it in any order, best
+// in the document's.
 #pragma once
 
 #include <cstdint>

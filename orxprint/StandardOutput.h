@@ -1,4 +1,7 @@
 // Standard output as the place of answers: what it does not take is remembered and told once.
+//
+// Make one for a command, write to it, and ask at the end; it owns nothing, and what was written is
+// with the reader at once.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,6 @@
 // The summaries of pages as text: what `trace --summary` prints.
+//
+// The summary is complete by then; both forms tell the same.
 #pragma once
 
 #include <string>

@@ -1,4 +1,7 @@
 // A spool in a temporary file that has no name.
+//
+// The file is gone with the spool, however the program ends; it lies where temporary files do and
+// is made with the first byte.
 #pragma once
 
 #include "drawing/Spool.h"

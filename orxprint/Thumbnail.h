@@ -1,4 +1,7 @@
 // A small picture of a document's first page.
+//
+// For pages that show many documents; a build without the library for PNG has none and says so by
+// an empty text.
 #pragma once
 
 #include <string>

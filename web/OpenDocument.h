@@ -1,4 +1,7 @@
 // A document that is open in the page: drawn once, then asked what lies where.
+//
+// It owns the bytes, the interpreter while it draws, and the index of what was drawn; the page
+// keeps one for each file that is open.
 #pragma once
 
 #include <cstdint>

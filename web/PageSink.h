@@ -1,4 +1,7 @@
 // Writes each page of a drawing as an SVG file of its own.
+//
+// Draw on it from the first page to the last, then finish. Files leave through the receiver as they
+// come, which is the worker's way to the page.
 #pragma once
 
 #include <cstdint>

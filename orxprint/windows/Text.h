@@ -1,4 +1,6 @@
 // Windows' own texts and errors, seen as the rest of the program has them.
+//
+// The files of this folder are the only ones that meet texts of 16-bit units.
 #pragma once
 
 #include <string>
