@@ -51,7 +51,8 @@ ShapeSink& PngPicture::BeginPage(const PicturePage& page) {
   const PixelFrame frame = FrameOf(page.area);
   RequireFits(frame, settings);
   dotsPerInch = frame.DotsPerInch();
-  painter.emplace(PaintSettings{frame, settings.background, settings.inGrey, settings.mayGoOn});
+  painter.emplace(PaintSettings{frame, settings.background, settings.inGrey, settings.mayGoOn,
+                                settings.workers});
   return *painter;
 }
 

@@ -18,6 +18,7 @@ struct PngSettings {
   int mostHeight = 0;
   std::optional<Colour> background = Colour{1, 1, 1};  // none: transparent
   bool inGrey = false;
+  unsigned workers = 0;  // threads; 0 for as many as there are cores
   // Once it says no, the file is written with what was painted.
   MayGoOn mayGoOn;
   // What the picture may take in all while it is made.

@@ -59,6 +59,12 @@ void AppendFloat(std::string& text, float value) {
   text.append(digits, result.ptr);
 }
 
+std::string WithCommas(std::size_t number) {
+  std::string text = std::to_string(number);
+  for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, ",");
+  return text;
+}
+
 std::string ShortNumber(double value) {
   char digits[32];
   std::snprintf(digits, sizeof digits, "%.6g", value);

@@ -13,6 +13,8 @@ void AppendFloat(std::string& text, float value);
 
 // A number for people: at most six digits, no trailing zeros.
 [[nodiscard]] std::string ShortNumber(double value);
+// "2,958".
+[[nodiscard]] std::string WithCommas(std::size_t number);
 
 // The text with every control character, every byte that is not UTF-8 and every character that
 // changes the direction of writing replaced by an escape such as \x1b or \u202e. A backslash

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "drawing/Text.h"
 #include "orxprint/Messages.h"
 #include "orxprint/OutputFile.h"
 
@@ -9,14 +10,8 @@ namespace orxprint {
 
 namespace {
 
+using orxdrawing::WithCommas;
 using Json = nlohmann::ordered_json;
-
-// "2,958".
-std::string WithCommas(std::size_t number) {
-  std::string text = std::to_string(number);
-  for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, ",");
-  return text;
-}
 
 // "0:41" for minutes and seconds.
 std::string TimeText(Clock::duration time) {
@@ -55,7 +50,7 @@ void BatchReport::Add(const DocumentResult& result) {
 }
 
 void BatchReport::TellSum(bool isWanted) const {
-  if (!isWanted || done + skipped + failed < 2) return;
+  if (!isWanted || Count() < 2) return;
   std::string text = WithCommas(done) + " " + std::string(verb);
   if (skipped > 0) text += ", " + WithCommas(skipped) + " left as they are";
   if (withLosses > 0) text += ", " + WithCommas(withLosses) + " with losses";

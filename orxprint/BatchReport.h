@@ -32,6 +32,8 @@ public:
       : verb(doneVerb), file(std::move(reportFile)) {}
 
   void Add(const DocumentResult& result);
+  [[nodiscard]] std::size_t Count() const { return done + skipped + failed; }
+  [[nodiscard]] std::size_t FailedCount() const { return failed; }
   // The gravest status of all.
   [[nodiscard]] Status Gravest() const { return gravest; }
   // Tells the closing line unless there was one document, or none is wanted.

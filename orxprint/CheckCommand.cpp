@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "drawing/NullGenerator.h"
-#include "orxprint/BatchReport.h"
+#include "orxprint/Batch.h"
 #include "orxprint/CheckPage.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
@@ -75,12 +75,32 @@ Status Print(std::string_view text, const CommonOptions& common) {
   return output.Error() == ETIMEDOUT ? Status::LimitReached : Status::FileFailed;
 }
 
-Status WritePage(const std::vector<CheckReport>& reports, Units units, const CommonOptions& common,
-                 const std::string& name) {
+// What is printed of one document, or put into the page.
+std::string TextOf(const CheckReport& report, const CheckOptions& options, Units units) {
+  if (!options.html.empty()) return CheckPageRow(report, units);
+  if (options.json) {
+    // Names of files and operators may hold bytes that are not UTF-8.
+    return ForPrograms(report, units).dump(2, ' ', false, Json::error_handler_t::replace);
+  }
+  return report.error.empty() ? ForPeople(report, units) : "";
+}
+
+// All that is printed of many documents at the end.
+std::string ArrayOf(const std::string& objects) {
+  if (objects.empty()) return "[]\n";
+  std::string text = "[\n  ";
+  for (const char c : objects) {
+    text += c;
+    if (c == '\n') text += "  ";
+  }
+  return text + "\n]\n";
+}
+
+Status WritePage(const std::string& page, const CommonOptions& common, const std::string& name) {
   return Attempt(name,
                  [&] {
                    OutputFile output(name);
-                   output.Write(CheckPage(reports, units));
+                   output.Write(page);
                    output.Close();
                    output.Commit(DeadlineIn(common.timeLimit.Given()));
                    return Status::Done;
@@ -92,33 +112,41 @@ Status WritePage(const std::vector<CheckReport>& reports, Units units, const Com
 
 Status Check(const Plugin& plugin, const CommonOptions& common, const CheckOptions& options) {
   const Units units = Units::FromEnvironment();
-  BatchReport batch("checked", options.report);
-  Json objects = Json::array();
-  std::vector<CheckReport> reports;
-  for (const ListedDocument& document : ListDocuments(options.documents)) {
-    CheckReport report;
-    report.file = document.name;
-    const Status status = CheckDocument(plugin, common, options, report);
-    batch.Add({report.file, status, false, report.error, {}, KindsIn(report)});
-    if (!options.html.empty()) {
-      reports.push_back(std::move(report));
-    } else if (options.json) {
-      objects.push_back(ForPrograms(report, units));
-    } else if (report.error.empty()) {
-      const Status printed = Print(ForPeople(report, units), common);
+  const bool isPrintedAtOnce = !options.json && options.html.empty();
+  BatchReport report("checked", options.report);
+  Batch batch;
+  batch.documents = ListDocuments(options.documents);
+  batch.jobs = options.jobs;
+  batch.work = [&](std::size_t i) {
+    CheckReport found;
+    found.file = batch.documents[i].name;
+    const Status status = CheckDocument(plugin, common, options, found);
+    return DocumentAnswer{{found.file, status, false, found.error, {}, KindsIn(found)},
+                          TextOf(found, options, units)};
+  };
+  std::string gathered;
+  std::size_t lossy = 0;
+  Status printed = Status::Done;
+  batch.take = [&](const DocumentAnswer& answer) {
+    if (!answer.result.problem.empty() || !answer.result.losses.empty()) ++lossy;
+    if (isPrintedAtOnce) {
+      printed = Print(answer.text, common);
       // Nobody reads what the other files would say either.
-      if (printed != Status::Done) return Gravest(batch.Gravest(), printed);
+      return printed == Status::Done;
     }
-  }
-  batch.TellSum(true);
-  const Status gravest = batch.Write();
+    if (options.json && !gathered.empty() && !answer.text.empty()) gathered += ",\n";
+    gathered += answer.text;
+    return true;
+  };
+  DoBatch(batch, report);
+  if (printed != Status::Done) return Gravest(report.Gravest(), printed);
+  report.TellSum(true);
+  const Status gravest = report.Write();
   if (!options.html.empty()) {
-    return Gravest(gravest, WritePage(reports, units, common, options.html));
+    const std::string page = CheckPage(gathered, batch.documents.size(), lossy);
+    return Gravest(gravest, WritePage(page, common, options.html));
   }
-  if (!options.json) return gravest;
-  // Names of files and operators may hold bytes that are not UTF-8.
-  const std::string text = objects.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-  return Gravest(gravest, Print(text, common));
+  return options.json ? Gravest(gravest, Print(ArrayOf(gathered), common)) : gravest;
 }
 
 }  // namespace orxprint

@@ -126,7 +126,20 @@ std::string Losses(const CheckReport& report) {
   return text + "</ul>";
 }
 
-std::string Row(const CheckReport& report, Units units) {
+std::string Tools() {
+  std::string text =
+      "<div id=\"tools\"><label>Show <select id=\"least\"><option value=\"0\">all files</option>";
+  for (const Severity severity : {Severity::Style, Severity::Missing, Severity::Wrong}) {
+    text += "<option value=\"" + std::to_string(static_cast<int>(severity)) + "\">" +
+            std::string(TextOf(severity)) + ", or worse</option>";
+  }
+  return text +
+         "</select></label><label>with <input id=\"text\" placeholder=\"text\"></label></div>\n";
+}
+
+}  // namespace
+
+std::string CheckPageRow(const CheckReport& report, Units units) {
   const Severity severity = report.error.empty() ? GravestOf(report) : Severity::Nothing;
   const std::string level = std::to_string(static_cast<int>(severity));
   const std::string_view tag = !report.error.empty()            ? "not readable"
@@ -144,33 +157,15 @@ std::string Row(const CheckReport& report, Units units) {
          "</td>\n<td class=\"small\">" + Escaped(report.producer) + "</td>\n</tr>\n";
 }
 
-std::string Tools() {
-  std::string text =
-      "<div id=\"tools\"><label>Show <select id=\"least\"><option value=\"0\">all files</option>";
-  for (const Severity severity : {Severity::Style, Severity::Missing, Severity::Wrong}) {
-    text += "<option value=\"" + std::to_string(static_cast<int>(severity)) + "\">" +
-            std::string(TextOf(severity)) + ", or worse</option>";
-  }
-  return text +
-         "</select></label><label>with <input id=\"text\" placeholder=\"text\"></label></div>\n";
-}
-
-}  // namespace
-
-std::string CheckPage(std::span<const CheckReport> reports, Units units) {
-  std::size_t lossy = 0;
-  for (const CheckReport& report : reports) {
-    if (!report.error.empty() || GravestOf(report) > Severity::NoEffect) ++lossy;
-  }
+std::string CheckPage(const std::string& rows, std::size_t files, std::size_t lossy) {
   std::string page(kHead);
-  page += "<h1>What will be lost</h1>\n<p class=\"sum\">" + std::to_string(reports.size()) +
-          (reports.size() == 1 ? " file, " : " files, ") + std::to_string(lossy) +
+  page += "<h1>What will be lost</h1>\n<p class=\"sum\">" + std::to_string(files) +
+          (files == 1 ? " file, " : " files, ") + std::to_string(lossy) +
           " with losses or differences</p>\n" + Tools() +
           "<table>\n<thead><tr><th>Picture</th><th data-by=\"file\">File</th>"
           "<th data-by=\"severity\">Severity</th><th>What is lost or differs</th>"
           "<th data-by=\"producer\">Made by</th></tr></thead>\n<tbody>\n";
-  for (const CheckReport& report : reports) page += Row(report, units);
-  return page + "</tbody>\n</table>\n" + std::string(kScript) + "</body>\n</html>\n";
+  return page + rows + "</tbody>\n</table>\n" + std::string(kScript) + "</body>\n</html>\n";
 }
 
 }  // namespace orxprint

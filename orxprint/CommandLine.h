@@ -20,9 +20,11 @@
 
 namespace orxprint {
 
-// What the options take: dots per inch, pixels each way, millimetres around a place.
+// What the options take: dots per inch, documents at once, pixels each way, millimetres around a
+// place.
 inline constexpr std::uint32_t kLeastDotsPerInch = 1;
 inline constexpr std::uint32_t kMostDotsPerInch = 9600;
+inline constexpr std::uint32_t kMostJobs = 1024;
 inline constexpr std::uint32_t kMostPixels = 1'000'000;
 inline constexpr std::uint32_t kMostWithinMillimetres = 1'000'000;
 
@@ -53,6 +55,7 @@ enum class Existing { Replaced, KeptIfNewer, Kept };
 
 struct RenderOptions {
   DocumentChoice documents;
+  unsigned jobs = 0;  // documents at work at once; 0: as many as there are cores
   Existing existing = Existing::Replaced;
   std::string report;  // empty: none
   std::string output;  // empty: beside the input
@@ -66,6 +69,7 @@ struct RenderOptions {
 
 struct CheckOptions {
   DocumentChoice documents;
+  unsigned jobs = 0;   // as for drawing
   std::string report;  // empty: none
   bool json = false;
   std::string html;               // empty: none

@@ -52,13 +52,17 @@ void CommandUsage::AddFiles(std::vector<std::string>& files, const char* descrip
   command->add_option("FILE", files, description)->required();
 }
 
-void CommandUsage::AddBatch(DocumentChoice& choice, std::string& report, const char* description) {
+void CommandUsage::AddBatch(DocumentChoice& choice, unsigned& jobs, std::string& report,
+                            const char* description) {
   command->add_option("FILE", choice.names, description);
   command->add_flag("-R,--recursive", choice.takesFolders, "Take folders, with all in them");
   command
       ->add_option("--files0-from", choice.namesFrom,
                    "Take the names in this file as well, each ended by a zero byte; -: from input")
       ->type_name("FILE|-");
+  command->add_option("--jobs", jobs, "Documents at work at once, at most (the cores)")
+      ->type_name("NUMBER")
+      ->check(NumberFrom(1, kMostJobs));
   command->add_option("--shard", shard, "Take every COUNTth document, from this one on")
       ->type_name("NUMBER/COUNT");
   command->add_option("--report", report, "Write a line of JSON for each document")
@@ -83,7 +87,8 @@ public:
     CLI::App& check =
         Add(app, "check", "Tell what will be lost or differ, and where", kCheckFooter);
     common.AddTo(check);
-    AddBatch(options.documents, options.report, "Documents to check, or folders with -R");
+    AddBatch(options.documents, options.jobs, options.report,
+             "Documents to check, or folders with -R");
     CLI::Option* json = check.add_flag("--json", options.json, "Print for programs");
     check.add_option("--html", options.html, "Write a page with pictures instead")
         ->type_name("OUT")

@@ -49,7 +49,8 @@ protected:
   void AddPages(const char* description);
   void AddFiles(std::vector<std::string>& files, const char* description);
   // Of a command that works on any number of documents.
-  void AddBatch(DocumentChoice& choice, std::string& report, const char* description);
+  void AddBatch(DocumentChoice& choice, unsigned& jobs, std::string& report,
+                const char* description);
   // Throws CLI::ParseError.
   void FinishBatch(DocumentChoice& choice) const;
 

@@ -75,7 +75,7 @@ public:
     const std::set<std::uint32_t> pages = DifferingPages();
     for (const std::uint32_t page : pages) DrawPage(page, *pages.rbegin(), pages.size() > 1);
     EndFile();
-    Outputs allOutputs({{options.before, {}}, {options.after, {}}});
+    Outputs allOutputs({{options.before, {}, {}}, {options.after, {}, {}}});
     for (const OutputFile& output : outputs) allOutputs.Claim(output.Name(), 0);
     for (OutputFile& output : outputs) output.Commit(after.session.GivenEnd());
   }

@@ -27,22 +27,50 @@ bool IsDocumentName(const fs::path& path) {
   return std::ranges::find(kEndings, ending) != kEndings.end();
 }
 
-// Links to folders are not followed: a circle of them would have no end.
-void AddFolder(const fs::path& folder, std::vector<ListedDocument>& documents) {
-  std::vector<fs::path> found;
-  std::error_code error;
-  for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    if (IsDocumentName(entry->path()) && StatusOf(entry->path()).kind != FileKind::Folder) {
-      found.push_back(entry->path());
+// What a folder holds, with all folders in it. Links to folders are not followed: a circle of them
+// would have no end.
+class FolderListing {
+public:
+  explicit FolderListing(fs::path wholeFolder) : root(std::move(wholeFolder)) {}
+
+  [[nodiscard]] std::vector<ListedDocument> List() {
+    LookInto(root);
+    std::ranges::sort(found, {}, &Entry::path);
+    std::vector<ListedDocument> documents;
+    for (Entry& entry : found) {
+      const fs::path folder = entry.path.parent_path().lexically_relative(root);
+      documents.push_back({NameOf(entry.path), NameOf(folder), std::move(entry.problem)});
+    }
+    return documents;
+  }
+
+private:
+  struct Entry {
+    fs::path path;
+    std::string problem;
+  };
+
+  void LookInto(const fs::path& start) {
+    std::vector<fs::path> folders = {start};
+    while (!folders.empty()) {
+      const fs::path folder = std::move(folders.back());
+      folders.pop_back();
+      std::error_code error;
+      std::error_code linkError;  // an entry that is gone is no link
+      for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+           entry.increment(error)) {
+        const bool isFolder = StatusOf(entry->path()).kind == FileKind::Folder;
+        if (isFolder && !fs::is_symlink(entry->symlink_status(linkError)))
+          folders.push_back(entry->path());
+        if (!isFolder && IsDocumentName(entry->path())) found.push_back({entry->path(), {}});
+      }
+      if (error) found.push_back({folder, "the folder cannot be read: " + error.message()});
     }
   }
-  if (error) throw Failure(NameOf(folder) + ": cannot read the folder: " + error.message());
-  std::ranges::sort(found);
-  for (const fs::path& path : found) {
-    documents.push_back({NameOf(path), NameOf(path.parent_path().lexically_relative(folder))});
-  }
-}
+
+  fs::path root;
+  std::vector<Entry> found;
+};
 
 std::vector<std::string> NamesFrom(const std::string& file) {
   std::ifstream opened;
@@ -68,9 +96,9 @@ std::vector<ListedDocument> ListDocuments(const DocumentChoice& choice) {
   for (const std::string& name : names) {
     const bool isFolder = name != "-" && StatusOf(PathOf(name)).kind == FileKind::Folder;
     if (isFolder && choice.takesFolders) {
-      AddFolder(PathOf(name), documents);
+      std::ranges::move(FolderListing(PathOf(name)).List(), std::back_inserter(documents));
     } else {
-      documents.push_back({name, {}});
+      documents.push_back({name, {}, isFolder ? "is a directory; -R takes what it holds" : ""});
     }
   }
   std::vector<ListedDocument> share;

@@ -26,13 +26,14 @@ struct DocumentChoice {
 
 struct ListedDocument {
   std::string name;
-  std::string folder;  // within the folder that was named; empty for files that were named
+  std::string folder;   // within the folder that was named; empty for files that were named
+  std::string problem;  // why it is no document, where that is known already
 
   friend bool operator==(const ListedDocument&, const ListedDocument&) = default;
 };
 
-// A folder counts as a file, which cannot be read, unless folders are taken. Throws Failure when a
-// folder or the list of names cannot be read.
+// Folders that cannot be read, or were not to be taken, count as documents with a problem. Throws
+// Failure when the list of names cannot be read.
 [[nodiscard]] std::vector<ListedDocument> ListDocuments(const DocumentChoice& choice);
 
 }  // namespace orxprint

@@ -44,6 +44,7 @@ std::unique_ptr<Picture> MakePng(const PictureSettings& settings, ByteSink sink)
   png.mostHeight = settings.pixels.bounds.height;
   png.background = settings.pixels.background;
   png.inGrey = settings.pixels.inGrey;
+  png.workers = settings.pixels.workers;
   png.mayGoOn = settings.mayGoOn;
   png.mostBytes = settings.mostBytes;
   return std::make_unique<orxdrawing::PngPicture>(std::move(png), std::move(sink));

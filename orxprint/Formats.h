@@ -27,6 +27,7 @@ struct PixelSettings {
   PixelBounds bounds;
   std::optional<orxdrawing::Colour> background = orxdrawing::Colour{1, 1, 1};  // none: transparent
   bool inGrey = false;
+  unsigned workers = 0;  // threads that paint; 0 for as many as there are cores
 };
 
 // What a drawing is written with, whatever its format.

@@ -15,13 +15,28 @@ namespace orxprint {
 namespace {
 
 using orxdrawing::EscapeForTerminal;
+using orxdrawing::WithCommas;
 
 constexpr std::string_view kWipeLine = "\r\x1b[K";
 constexpr auto kBetweenLooks = std::chrono::milliseconds(500);
 
+// Where messages go while they are captured.
+std::mutex captureDoor;
+std::optional<std::string> captured;
+
 void WriteLine(std::string line) {
   line += '\n';
-  WriteToStandardError(line);
+  const std::lock_guard lock(captureDoor);
+  if (captured) {
+    *captured += line;
+  } else {
+    WriteToStandardError(line);
+  }
+}
+
+bool ShowsProgress() {
+  const std::lock_guard lock(captureDoor);
+  return !captured && IsTerminal(stderr);
 }
 
 }  // namespace
@@ -55,29 +70,59 @@ Outcome Attempt(std::string_view file, const std::function<Status()>& work) {
   return outcome;
 }
 
-Progress::Progress(std::string_view file, std::string_view itsActivity)
-    : name(EscapeForTerminal(file)), activity(itsActivity), wanted(IsTerminal(stderr)) {}
+void WriteMessages(std::string_view lines) { WriteToStandardError(lines); }
 
-Progress::~Progress() {
-  if (visible) WriteToStandardError(kWipeLine);
+MessageCapture::MessageCapture() {
+  const std::lock_guard lock(captureDoor);
+  captured.emplace();
 }
 
-void Progress::Show(std::optional<unsigned> percent) {
+MessageCapture::~MessageCapture() {
+  const std::lock_guard lock(captureDoor);
+  captured.reset();
+}
+
+std::string MessageCapture::Text() const {
+  const std::lock_guard lock(captureDoor);
+  return *captured;
+}
+
+ProgressLine::ProgressLine() : wanted(ShowsProgress()) {}
+
+bool ProgressLine::IsDue() const { return wanted && Clock::now() >= next; }
+
+void ProgressLine::Show(const std::string& text) {
   const Clock::time_point now = Clock::now();
-  if (!wanted || now < next) return;
   next = now + kBetweenLooks;
   visible = true;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - start).count();
-  std::string line(kWipeLine);
-  line += "orxprint: " + name + ": " + activity + ", " + std::to_string(seconds) + " s";
-  if (percent) line += ", " + std::to_string(*percent) + " % read";
-  WriteToStandardError(line);
+  WriteToStandardError(std::string(kWipeLine) + "orxprint: " + text + ", " +
+                       std::to_string(seconds) + " s");
+}
+
+void ProgressLine::Wipe() {
+  if (visible) WriteToStandardError(kWipeLine);
+  visible = false;
+}
+
+Progress::Progress(std::string_view file, std::string_view activity)
+    : text(EscapeForTerminal(file) + ": " + std::string(activity)) {}
+
+void Progress::Show(std::optional<unsigned> percent) {
+  if (!line.IsDue()) return;
+  line.Show(text + (percent ? ", " + std::to_string(*percent) + " % read" : ""));
+}
+
+void BatchProgress::Show(std::size_t done, std::size_t failed) {
+  if (!line.IsDue()) return;
+  line.Show(WithCommas(done) + " of " + WithCommas(files) + " files" +
+            (failed > 0 ? ", " + WithCommas(failed) + " failed" : ""));
 }
 
 // A sign that cannot be given is no reason to stop.
 SignOfLife::SignOfLife(std::string_view file, std::string_view activity)
     : progress(file, activity) {
-  if (!IsTerminal(stderr)) return;
+  if (!ShowsProgress()) return;
   try {
     thread = std::thread([this] {
       std::unique_lock lock(door);

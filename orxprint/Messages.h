@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -32,25 +33,66 @@ struct Outcome {
 // file is done all the same.
 [[nodiscard]] Outcome Attempt(std::string_view file, const std::function<Status()>& work);
 
+// Shows lines of messages that were captured.
+void WriteMessages(std::string_view lines);
+
+// While it lives, messages are kept instead of being shown, and no progress is. Only one at a time.
+class MessageCapture {
+public:
+  MessageCapture();
+  MessageCapture(const MessageCapture&) = delete;
+  MessageCapture& operator=(const MessageCapture&) = delete;
+  ~MessageCapture();
+
+  [[nodiscard]] std::string Text() const;
+};
+
 // A line at the terminal that shows that work goes on. It appears after a second, is renewed twice
 // a second and is wiped away by the destructor. Shows nothing unless standard error is a terminal.
+class ProgressLine {
+public:
+  ProgressLine();
+  ProgressLine(const ProgressLine&) = delete;
+  ProgressLine& operator=(const ProgressLine&) = delete;
+  ~ProgressLine() { Wipe(); }
+
+  // Whether it is time to show how far the work is.
+  [[nodiscard]] bool IsDue() const;
+  // Shows the text with the seconds that the work has taken.
+  void Show(const std::string& text);
+  void Wipe();
+
+private:
+  bool wanted;
+  bool visible = false;
+  Clock::time_point start = Clock::now();
+  Clock::time_point next = start + std::chrono::seconds(1);
+};
+
 class Progress {
 public:
-  Progress(std::string_view file, std::string_view itsActivity);
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-  ~Progress();
+  Progress(std::string_view file, std::string_view activity);
 
   // To be called often; `percent` is how much of the document is done, where that is known.
   void Show(std::optional<unsigned> percent = {});
 
 private:
-  std::string name;
-  std::string activity;
-  bool wanted;
-  bool visible = false;
-  Clock::time_point start = Clock::now();
-  Clock::time_point next = start + std::chrono::seconds(1);
+  std::string text;
+  ProgressLine line;
+};
+
+// The same for work on many files: "orxprint: 1,234 of 2,958 files, 3 failed, 41 s".
+class BatchProgress {
+public:
+  explicit BatchProgress(std::size_t filesInAll) : files(filesInAll) {}
+
+  void Show(std::size_t done, std::size_t failed);
+  // To be called before anything else is shown.
+  void Wipe() { line.Wipe(); }
+
+private:
+  std::size_t files;
+  ProgressLine line;
 };
 
 // Shows progress from a thread of its own, for work that cannot say how far it is.

@@ -39,6 +39,14 @@ std::size_t EndingPosition(std::string_view fileName) {
   return dot == 0 ? fileName.size() : dot;
 }
 
+std::string WithoutPageNumber(std::string name) {
+  const std::size_t end = EndingPosition(name);
+  std::size_t begin = end;
+  while (begin > 0 && name[begin - 1] >= '0' && name[begin - 1] <= '9') --begin;
+  const bool isNumbered = begin < end && begin > 0 && name[begin - 1] == '-';
+  return isNumbered ? name.erase(begin - 1, end - begin + 1) : name;
+}
+
 OutputName OutputName::Plain(std::string name) {
   OutputName output;
   output.front = std::move(name);

@@ -14,6 +14,9 @@ namespace orxprint {
 // The place of a file name's ending: of its last dot, or of its end when there is none.
 [[nodiscard]] std::size_t EndingPosition(std::string_view fileName);
 
+// "name.svg" for "name-2.svg"; a name without a number as it is.
+[[nodiscard]] std::string WithoutPageNumber(std::string name);
+
 // The name of a drawing, of which the names of its pages are made.
 class OutputName {
 public:

@@ -9,13 +9,15 @@
 #include "drawing/Extent.h"
 #include "drawing/NullGenerator.h"
 #include "drawing/PageFilter.h"
+#include "drawing/ParallelWork.h"
 #include "drawing/ShapeGatherer.h"
 #include "host/ORXPrintPropertiesManager.h"
-#include "orxprint/BatchReport.h"
+#include "orxprint/Batch.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Commands.h"
 #include "orxprint/Files.h"
 #include "orxprint/Messages.h"
+#include "orxprint/OutputChains.h"
 #include "orxprint/OutputNames.h"
 #include "orxprint/Outputs.h"
 #include "orxprint/PageAreas.h"
@@ -42,6 +44,34 @@ constexpr std::uint64_t kLeastPictureBytes = std::uint64_t{28} << 20;
 // More names of pages than this are not looked at before drawing.
 constexpr std::size_t kMostForeseenPages = 10'000;
 
+// Where a document goes unless its pages are numbered.
+OutputName ChooseOutput(const ListedDocument& document, const RenderOptions& options) {
+  const bool isFromInput = document.name == "-";
+  const bool toFolder =
+      !options.output.empty() && StatusOf(PathOf(options.output)).kind == FileKind::Folder;
+  if (!options.output.empty() && !toFolder) {
+    return options.format->pages == PagesInFile::All ? OutputName::Plain(options.output)
+                                                     : OutputName::Typed(options.output);
+  }
+  if (isFromInput && !toFolder) return OutputName::Plain("-");
+  fs::path output = PathOf(isFromInput ? "stdin" : document.name);
+  if (toFolder) {
+    const fs::path folder = PathOf(options.output) / PathOf(document.folder);
+    output = (folder / output.filename()).lexically_normal();
+  }
+  return OutputName::Plain(NameOf(output.replace_extension(options.format->name)));
+}
+
+std::vector<Chain> ChainsByOutput(const std::vector<ListedDocument>& documents,
+                                  const RenderOptions& options) {
+  if (!options.format->WritesFiles()) return {};
+  std::vector<std::string> outputs;
+  for (const ListedDocument& document : documents) {
+    outputs.push_back(ChooseOutput(document, options).Whole());
+  }
+  return ChainsOf(outputs, options.format->pages == PagesInFile::One);
+}
+
 // One document on its way to its files.
 class Rendering {
 public:
@@ -54,7 +84,7 @@ public:
         memoryLimit(common.memoryLimit),
         folder(document.folder),
         session(plugin, common, document.name),
-        outputName(ChooseOutput()) {}
+        outputName(ChooseOutput(document, renderOptions)) {}
 
   // Draws and writes. Throws what Attempt takes.
   Status Work(DocumentResult& result) {
@@ -86,22 +116,6 @@ private:
       return output.kind == FileKind::Regular &&
              (options.existing == Existing::Kept || output.changed >= document.changed);
     });
-  }
-
-  // Where the document goes unless its pages are numbered.
-  [[nodiscard]] OutputName ChooseOutput() const {
-    const bool isFromInput = session.Source().IsStandardInput();
-    const bool toFolder =
-        !options.output.empty() && StatusOf(PathOf(options.output)).kind == FileKind::Folder;
-    if (!options.output.empty() && !toFolder) {
-      return format.pages == PagesInFile::All ? OutputName::Plain(options.output)
-                                              : OutputName::Typed(options.output);
-    }
-    if (isFromInput && !toFolder) return OutputName::Plain("-");
-    fs::path output = PathOf(isFromInput ? "stdin" : session.Name());
-    if (toFolder)
-      output = (PathOf(options.output) / PathOf(folder) / output.filename()).lexically_normal();
-    return OutputName::Plain(NameOf(output.replace_extension(format.name)));
   }
 
   // Tells at once what could be told only after the work.
@@ -333,18 +347,26 @@ private:
 
 Status Render(const Plugin& plugin, const CommonOptions& common, const RenderOptions& options) {
   BatchReport report("drawn", options.report);
-  const std::vector<ListedDocument> documents = ListDocuments(options.documents);
-  Outputs outputs(documents);
-  for (std::size_t i = 0; i < documents.size(); ++i) {
-    DocumentResult result;
-    result.file = documents[i].name;
+  Batch batch;
+  batch.documents = ListDocuments(options.documents);
+  batch.jobs = options.jobs;
+  batch.chains = ChainsByOutput(batch.documents, options);
+  RenderOptions each = options;
+  each.pixels.workers = std::max(1U, orxdrawing::CoreCount() / JobsOf(batch));
+  Outputs outputs(batch.documents);
+  batch.work = [&](std::size_t i) {
+    DocumentAnswer answer;
+    DocumentResult& result = answer.result;
+    result.file = batch.documents[i].name;
     const Outcome outcome = Attempt(result.file, [&] {
-      return Rendering(plugin, common, options, outputs, documents[i], i).Work(result);
+      return Rendering(plugin, common, each, outputs, batch.documents[i], i).Work(result);
     });
     result.status = outcome.status;
     result.problem = outcome.problem;
-    report.Add(result);
-  }
+    return answer;
+  };
+  batch.take = [](const DocumentAnswer&) { return true; };
+  DoBatch(batch, report);
   report.TellSum(options.telling != Telling::ErrorsOnly);
   return report.Write();
 }

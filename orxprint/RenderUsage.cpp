@@ -48,7 +48,8 @@ public:
   void AddTo(CLI::App& app, CommonUsage& common) override {
     CLI::App& render = Add(app, "render", "Draw documents as SVG, PDF or PNG", kRenderFooter);
     common.AddTo(render);
-    AddBatch(options.documents, options.report, "Documents to draw, or folders with -R");
+    AddBatch(options.documents, options.jobs, options.report,
+             "Documents to draw, or folders with -R");
     CLI::Option* newer =
         render.add_flag("--newer", keepsNewer, "Leave drawings that are up to date");
     render.add_flag("--no-clobber", keepsAll, "Leave drawings that are there")->excludes(newer);
