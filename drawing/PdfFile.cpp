@@ -167,13 +167,13 @@ private:
 
 }  // namespace
 
-void WritePdfFile(const std::vector<PdfPage>& pages, const PdfSettings& settings,
-                  const ByteSink& sink) {
-  FileBuilder builder(settings);
-  for (const PdfPage& page : pages) builder.Add(page);
+}  // namespace orxdrawing
+
+void WritePdfFile(const std::vector<orxdrawing::PdfPage>& pages,
+                  const orxdrawing::PdfSettings& settings, const orxdrawing::ByteSink& sink) {
+  orxdrawing::FileBuilder builder(settings);
+  for (const orxdrawing::PdfPage& page : pages) builder.Add(page);
   builder.AddLabels(pages);
   builder.AddInformation();
   builder.Write(sink);
 }
-
-}  // namespace orxdrawing

@@ -5,7 +5,6 @@
 
 #include "drawing/Extent.h"
 #include "drawing/FilteredRows.h"
-#include "drawing/PdfFile.h"
 #include "drawing/Text.h"
 
 namespace orxdrawing {
@@ -69,7 +68,7 @@ void PdfPicture::EndPage() {
 
 void PdfPicture::Finish() {
   EndPage();
-  WritePdfFile(pages, settings, sink);
+  settings.write(pages, settings, sink);
 }
 
 void PdfPicture::Draw(const StrokeShape& stroke) {

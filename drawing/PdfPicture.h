@@ -18,6 +18,12 @@
 
 namespace orxdrawing {
 
+struct PdfPage;
+struct PdfSettings;
+// As WritePdfFile of PdfFile.h.
+using PdfWriter = void (*)(const std::vector<PdfPage>& pages, const PdfSettings& settings,
+                           const ByteSink& sink);
+
 struct PdfSettings {
   double pointsPerUnit = 1;
   std::string title;    // UTF-8; none where it is empty
@@ -25,6 +31,7 @@ struct PdfSettings {
   MakeDeflater makeDeflater;
   std::shared_ptr<Spool> spool;
   MayGoOn mayGoOn;
+  PdfWriter write = nullptr;  // makes the file when all pages are there
 };
 
 // Packed bytes that were put aside.

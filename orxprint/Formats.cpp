@@ -9,6 +9,7 @@
 #if ORXPRINT_DRAWS_EVERYTHING
 #  include "drawing/PdfPicture.h"
 #  include "drawing/PngPicture.h"
+#  include "orxprint/PdfModule.h"
 #  include "orxprint/TemporarySpool.h"
 #endif
 
@@ -32,7 +33,7 @@ std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink)
   return std::make_unique<orxdrawing::PdfPicture>(
       orxdrawing::PdfSettings{settings.pointsPerUnit, settings.title, settings.creator,
                               orxdrawing::MakeZlibDeflater, std::make_shared<TemporarySpool>(),
-                              settings.mayGoOn},
+                              settings.mayGoOn, LoadPdfWriter()},
       std::move(sink));
 }
 

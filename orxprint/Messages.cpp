@@ -91,13 +91,13 @@ ProgressLine::ProgressLine() : wanted(ShowsProgress()) {}
 
 bool ProgressLine::IsDue() const { return wanted && Clock::now() >= next; }
 
-void ProgressLine::Show(const std::string& text) {
+void ProgressLine::Show(const std::string& text, const std::string& detail) {
   const Clock::time_point now = Clock::now();
   next = now + kBetweenLooks;
   visible = true;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - start).count();
   WriteToStandardError(std::string(kWipeLine) + "orxprint: " + text + ", " +
-                       std::to_string(seconds) + " s");
+                       std::to_string(seconds) + " s" + detail);
 }
 
 void ProgressLine::Wipe() {
@@ -110,7 +110,7 @@ Progress::Progress(std::string_view file, std::string_view activity)
 
 void Progress::Show(std::optional<unsigned> percent) {
   if (!line.IsDue()) return;
-  line.Show(text + (percent ? ", " + std::to_string(*percent) + " % read" : ""));
+  line.Show(text, percent ? ", " + std::to_string(*percent) + " % read" : "");
 }
 
 void BatchProgress::Show(std::size_t done, std::size_t failed) {

@@ -58,8 +58,8 @@ public:
 
   // Whether it is time to show how far the work is.
   [[nodiscard]] bool IsDue() const;
-  // Shows the text with the seconds that the work has taken.
-  void Show(const std::string& text);
+  // Shows the text, the seconds that the work has taken, and the detail.
+  void Show(const std::string& text, const std::string& detail = {});
   void Wipe();
 
 private:

@@ -21,16 +21,6 @@ const char* const kPluginMarkerName = ORXPRINT_NAME_TEXT(ORX_MODULE_MARKER);
 
 namespace {
 
-// Never relative to the working folder, which may be anybody's.
-std::vector<std::filesystem::path> UsualPlaces() {
-  const std::filesystem::path folder = ProgramFile().parent_path();
-  if (!folder.is_absolute()) {
-    throw NoPlugin("the system does not tell where this program lies: name the file with --plugin");
-  }
-  return {(folder / ORXPRINT_MODULE_FOLDER / ORXPRINT_MODULE_NAME).lexically_normal(),
-          (folder / "../lib" / ORXPRINT_MODULE_NAME).lexically_normal()};
-}
-
 std::unique_ptr<ORXPrintInterpreter> Make(ORXFactoryFunction factory, PrintInputStream& input) {
   return std::unique_ptr<ORXPrintInterpreter>(
       static_cast<ORXPrintInterpreter*>(factory(static_cast<void*>(&input))));
@@ -80,9 +70,18 @@ std::string LoadModuleBy(const Deadline& deadline, const std::filesystem::path& 
 
 }  // namespace
 
+std::vector<std::filesystem::path> ModulePlaces(const std::string& fileName) {
+  const std::filesystem::path folder = ProgramFile().parent_path();
+  if (!folder.is_absolute()) {
+    throw NoPlugin("the system does not tell where this program lies: name the file with --plugin");
+  }
+  return {(folder / ORXPRINT_MODULE_FOLDER / fileName).lexically_normal(),
+          (folder / "../lib" / fileName).lexically_normal()};
+}
+
 // A name without a folder would make the loader search the system's folders.
 std::vector<std::filesystem::path> PluginPlaces(const std::string& file) {
-  if (file.empty()) return UsualPlaces();
+  if (file.empty()) return ModulePlaces(ORXPRINT_MODULE_NAME);
   return {AbsolutePath(PathOf(file))};
 }
 

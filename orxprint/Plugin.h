@@ -24,6 +24,11 @@ struct NoPlugin : std::runtime_error {
 extern const char* const kPluginClassName;
 extern const char* const kPluginMarkerName;
 
+// Where modules that belong to this program lie: beside the installed program and in the build
+// tree, never in the working folder, which may be anybody's. Throws NoPlugin when the system does
+// not tell where the program lies.
+[[nodiscard]] std::vector<std::filesystem::path> ModulePlaces(const std::string& fileName);
+
 // Where the plug-in is looked for: the given file; with an empty name beside the installed program
 // and in the build tree. Throws NoPlugin when the system does not tell where the program lies.
 [[nodiscard]] std::vector<std::filesystem::path> PluginPlaces(const std::string& file);
