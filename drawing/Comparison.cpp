@@ -201,6 +201,15 @@ private:
 
 }  // namespace
 
+DifferenceNumbers Count(const std::vector<Difference>& differences) {
+  DifferenceNumbers numbers;
+  for (const Difference& difference : differences) {
+    const bool isChange = difference.before && difference.after;
+    ++(isChange ? numbers.changed : difference.after ? numbers.added : numbers.removed);
+  }
+  return numbers;
+}
+
 std::vector<Difference> Compare(const ShapeList& before, const ShapeList& after, double tolerance) {
   return Comparer(before, after, tolerance).Run();
 }

@@ -32,6 +32,17 @@ struct Difference {
   std::uint8_t what = 0;              // of partners: a set of ShapeDifference
 };
 
+// Coordinates and widths no further apart, in millimetres, are the same where nothing else is
+// asked.
+inline constexpr double kUsualTolerance = 0.001;
+
+struct DifferenceNumbers {
+  std::size_t added = 0;
+  std::size_t removed = 0;
+  std::size_t changed = 0;
+};
+[[nodiscard]] DifferenceNumbers Count(const std::vector<Difference>& differences);
+
 // Coordinates and widths that are no further apart than the tolerance, in millimetres, count as the
 // same. The result is in the order of pages, and of the shapes of the later drawing.
 [[nodiscard]] std::vector<Difference> Compare(const ShapeList& before, const ShapeList& after,

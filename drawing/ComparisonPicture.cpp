@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/Extent.h"
+
 namespace orxdrawing {
 
 namespace {
@@ -18,14 +20,18 @@ Colour Pale(const Colour& colour) {
 
 void DrawStroke(ShapeSink& sink, const ShapeList& list, const ListedShape& shape,
                 const Colour& colour) {
-  sink.Draw(StrokeShape{list.ContoursOf(shape), colour, shape.record.width, shape.record.cap});
+  StrokeShape stroke = list.StrokeOf(shape);
+  stroke.colour = colour;
+  sink.Draw(stroke);
 }
 
 void DrawPale(ShapeSink& sink, const ShapeList& list, const ListedShape& shape) {
   const Colour colour = Pale(shape.record.colour);
   if (shape.record.kind == ShapeKind::Stroke) DrawStroke(sink, list, shape, colour);
   if (shape.record.kind == ShapeKind::Fill) {
-    sink.Draw(FillShape{list.ContoursOf(shape), colour, shape.record.rule});
+    FillShape fill = list.FillOf(shape);
+    fill.colour = colour;
+    sink.Draw(fill);
   }
 }
 
@@ -59,6 +65,27 @@ void DrawDifferent(ShapeSink& sink, const ShapeList& list, const ListedShape& sh
 }
 
 }  // namespace
+
+std::set<std::uint32_t> DifferingPages(const ShapeList& before, const ShapeList& after,
+                                       const std::vector<Difference>& differences) {
+  std::set<std::uint32_t> pages;
+  for (const Difference& difference : differences) {
+    const ListedShape& shape =
+        difference.after ? after.Shapes()[*difference.after] : before.Shapes()[*difference.before];
+    pages.insert(shape.record.page);
+  }
+  return pages;
+}
+
+std::optional<Box> AreaOfPage(const DocumentComments& comments, const ShapeList& shapes,
+                              std::uint32_t page) {
+  if (const std::optional<Box> box = comments.BoxOfPage(page)) return box;
+  std::optional<Box> extent;
+  for (const ListedShape& shape : shapes.Shapes()) {
+    if (shape.record.page == page) extent = Union(extent, shape.record.extent);
+  }
+  return extent;
+}
 
 void DrawComparison(ShapeSink& sink, const ShapeList& before, const ShapeList& after,
                     const std::vector<Difference>& differences, std::uint32_t page) {

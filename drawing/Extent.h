@@ -4,6 +4,7 @@
 // keeps one box a page, for areas that a document does not state.
 #pragma once
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -22,6 +23,13 @@ namespace orxdrawing {
 [[nodiscard]] std::optional<Box> ExtentInPoints(const ImageShape& image, double pointsPerUnit);
 // The least box around both; what is not there counts for nothing.
 [[nodiscard]] std::optional<Box> Union(const std::optional<Box>& a, const std::optional<Box>& b);
+
+// The box, at least a point wide and high: a line without width and a single dot can be shown, too.
+[[nodiscard]] inline Box AtLeastVisible(Box box) {
+  box.right = std::max(box.right, box.left + 1);
+  box.top = std::max(box.top, box.bottom + 1);
+  return box;
+}
 
 // Measures each page: strokes with their width, without the points that are not finite.
 class ExtentSink final : public ShapeSink {

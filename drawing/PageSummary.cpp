@@ -1,28 +1,11 @@
 #include "drawing/PageSummary.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "drawing/Extent.h"
+#include "drawing/ShapeWords.h"
 
 namespace orxdrawing {
-
-namespace {
-
-unsigned ByteOf(float component) {
-  if (std::isnan(component)) return 0;
-  return static_cast<unsigned>(std::lround(std::clamp(component, 0.0F, 1.0F) * 255));
-}
-
-}  // namespace
-
-std::string NameOf(const Colour& colour) {
-  char name[16];
-  std::snprintf(name, sizeof name, "#%02x%02x%02x", ByteOf(colour.red), ByteOf(colour.green),
-                ByteOf(colour.blue));
-  return name;
-}
 
 void PageSummarySink::BeginPage(std::uint32_t number) {
   PlacedSink::BeginPage(number);

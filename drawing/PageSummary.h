@@ -16,9 +16,6 @@
 
 namespace orxdrawing {
 
-// "#rrggbb", components beyond 0 and 1 cut off.
-[[nodiscard]] std::string NameOf(const Colour& colour);
-
 // How often each of many different things was met; of more than kMost different ones the rest are
 // counted together.
 template <typename Key>

@@ -65,10 +65,11 @@ private:
 };
 
 // A generator that notices where strokes begin on their way to the gatherer of shapes.
-class PlacedGatherer final : public PrintGenerator {
+class PlacedGatherer : public PrintGenerator {
 public:
   // Borrows the teller.
   explicit PlacedGatherer(PlaceTeller& placeTeller) : teller(placeTeller), gatherer(placeTeller) {}
+  virtual ~PlacedGatherer() = default;
 
   // Hands on the last stroke.
   void Finish() { gatherer.Finish(); }

@@ -34,6 +34,13 @@ public:
     return {std::span(lengths).subspan(shape.firstLength, shape.lengthCount),
             std::span(coordinates).subspan(shape.firstCoordinate, shape.coordinateCount)};
   }
+  // The same as a shape to be drawn, of one that is a stroke or a fill.
+  [[nodiscard]] StrokeShape StrokeOf(const ListedShape& shape) const {
+    return {ContoursOf(shape), shape.record.colour, shape.record.width, shape.record.cap};
+  }
+  [[nodiscard]] FillShape FillOf(const ListedShape& shape) const {
+    return {ContoursOf(shape), shape.record.colour, shape.record.rule};
+  }
   [[nodiscard]] double PointsPerUnit() const { return pointsPerUnit; }
 
   void Draw(const StrokeShape& stroke) override;

@@ -11,6 +11,7 @@
 #include <variant>
 #include <vector>
 
+#include "drawing/Comparison.h"
 #include "drawing/TraceGenerator.h"
 #include "orxprint/DocumentList.h"
 #include "orxprint/Failure.h"
@@ -107,7 +108,7 @@ struct DiffOptions {
   std::string output;  // empty: no picture
   const Format* format = nullptr;
   double dotsPerInch = 150;
-  double toleranceMillimetres = 0.001;
+  double toleranceMillimetres = orxdrawing::kUsualTolerance;
   std::optional<PageList> pages;  // none: all
   bool json = false;
 };

@@ -45,17 +45,9 @@ struct Drawn {
     hasShortfalls = session.TellShortfalls() != Status::Done;
     if (!shapes->Shapes().empty()) WarnOfMissingPlace(session, shapes->Shapes()[0].record.place);
   }
-  [[nodiscard]] std::uint32_t PageOf(std::size_t shape) const {
-    return shapes->Shapes()[shape].record.page;
-  }
-  // What of the page is to be shown: its box, or all that is drawn. In points.
+  // What of the page is to be shown, in points.
   [[nodiscard]] std::optional<Box> AreaOf(std::uint32_t page) const {
-    if (const std::optional<Box> box = session.Source().Comments().BoxOfPage(page)) return box;
-    std::optional<Box> extent;
-    for (const orxdrawing::ListedShape& shape : shapes->Shapes()) {
-      if (shape.record.page == page) extent = Union(extent, shape.record.extent);
-    }
-    return extent;
+    return orxdrawing::AreaOfPage(session.Source().Comments(), *shapes, page);
   }
 
   Session session;
@@ -72,7 +64,8 @@ public:
 
   // Throws Failure, and what the format's writer throws.
   void Write() {
-    const std::set<std::uint32_t> pages = DifferingPages();
+    const std::set<std::uint32_t> pages =
+        orxdrawing::DifferingPages(*before.shapes, *after.shapes, differences);
     for (const std::uint32_t page : pages) DrawPage(page, *pages.rbegin(), pages.size() > 1);
     EndFile();
     Outputs allOutputs({{options.before, {}, {}}, {options.after, {}, {}}});
@@ -81,15 +74,6 @@ public:
   }
 
 private:
-  [[nodiscard]] std::set<std::uint32_t> DifferingPages() const {
-    std::set<std::uint32_t> pages;
-    for (const Difference& difference : differences) {
-      pages.insert(difference.after ? after.PageOf(*difference.after)
-                                    : before.PageOf(*difference.before));
-    }
-    return pages;
-  }
-
   void DrawPage(std::uint32_t page, std::uint32_t greatest, bool isOneOfMany) {
     const std::optional<Box> area = Union(before.AreaOf(page), after.AreaOf(page));
     if (!area) throw Failure("what differs has no extent that can be drawn");
@@ -103,14 +87,8 @@ private:
       picture = options.format->make(Settings(),
                                      [&output](std::string_view bytes) { output.Write(bytes); });
     }
-    orxdrawing::ShapeSink& sink = picture->BeginPage({AtLeastVisible(*area), ""});
+    orxdrawing::ShapeSink& sink = picture->BeginPage({orxdrawing::AtLeastVisible(*area), ""});
     DrawComparison(sink, *before.shapes, *after.shapes, differences, page);
-  }
-
-  static Box AtLeastVisible(Box box) {
-    box.right = std::max(box.right, box.left + 1);
-    box.top = std::max(box.top, box.bottom + 1);
-    return box;
   }
 
   [[nodiscard]] PictureSettings Settings() const {

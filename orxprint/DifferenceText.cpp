@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "drawing/ShapeWords.h"
 #include "orxprint/ShapeText.h"
 
 namespace orxprint {
@@ -10,44 +11,16 @@ namespace {
 
 using orxdrawing::Difference;
 
-struct Numbers {
-  std::size_t added = 0;
-  std::size_t removed = 0;
-  std::size_t changed = 0;
-};
-
-Numbers Count(const std::vector<Difference>& differences) {
-  Numbers numbers;
-  for (const Difference& difference : differences) {
-    const bool isChange = difference.before && difference.after;
-    ++(isChange ? numbers.changed : difference.after ? numbers.added : numbers.removed);
-  }
-  return numbers;
-}
-
-std::vector<std::string> NamesOf(std::uint8_t what) {
-  constexpr std::pair<orxdrawing::ShapeDifference, const char*> kNames[] = {
-      {orxdrawing::kPlaceDiffers, "place"},   {orxdrawing::kOutlineDiffers, "outline"},
-      {orxdrawing::kColourDiffers, "colour"}, {orxdrawing::kWidthDiffers, "width"},
-      {orxdrawing::kStyleDiffers, "style"},   {orxdrawing::kSamplesDiffer, "samples"},
-      {orxdrawing::kOrderDiffers, "order"}};
-  std::vector<std::string> names;
-  for (const auto& [bit, name] : kNames) {
-    if ((what & bit) != 0) names.emplace_back(name);
-  }
-  return names;
-}
-
 std::string Line(const char* sign, ComparedDrawing drawing, std::size_t shape) {
   const orxdrawing::ShapeRecord& record = drawing.shapes.Shapes()[shape].record;
-  return sign + DescribePlace(record, drawing.places) + ": " + Describe(record) + "\n";
+  return sign + DescribePlace(record, drawing.places) + ": " + orxdrawing::Describe(record) + "\n";
 }
 
 std::string ForPeople(const Difference& difference, ComparedDrawing before, ComparedDrawing after) {
   if (!difference.before) return Line("+ ", after, *difference.after);
   if (!difference.after) return Line("- ", before, *difference.before);
   std::string text = "! ";
-  for (const std::string& name : NamesOf(difference.what)) {
+  for (const std::string& name : orxdrawing::NamesOf(difference.what)) {
     text += (text.size() > 2 ? ", " : "") + name;
   }
   return text + "\n" + Line("  - ", before, *difference.before) +
@@ -61,7 +34,7 @@ Json ForPrograms(const Difference& difference, ComparedDrawing before, ComparedD
   };
   const bool isChange = difference.before && difference.after;
   Json object = {{"kind", isChange ? "changed" : difference.after ? "added" : "removed"}};
-  if (isChange) object["what"] = NamesOf(difference.what);
+  if (isChange) object["what"] = orxdrawing::NamesOf(difference.what);
   object["before"] = shape(before, difference.before);
   object["after"] = shape(after, difference.after);
   return object;
@@ -75,14 +48,14 @@ std::string DifferencesForPeople(const std::vector<Difference>& differences, Com
   const std::size_t listed = std::min(differences.size(), kMostListedDifferences);
   for (std::size_t i = 0; i < listed; ++i) text += ForPeople(differences[i], before, after);
   if (differences.empty()) return text;
-  const Numbers numbers = Count(differences);
+  const orxdrawing::DifferenceNumbers numbers = orxdrawing::Count(differences);
   return text + std::to_string(numbers.added) + " added, " + std::to_string(numbers.removed) +
          " removed, " + std::to_string(numbers.changed) + " changed\n";
 }
 
 Json DifferencesForPrograms(const std::vector<Difference>& differences, ComparedDrawing before,
                             ComparedDrawing after) {
-  const Numbers numbers = Count(differences);
+  const orxdrawing::DifferenceNumbers numbers = orxdrawing::Count(differences);
   Json list = Json::array();
   const std::size_t listed = std::min(differences.size(), kMostListedDifferences);
   for (std::size_t i = 0; i < listed; ++i) {

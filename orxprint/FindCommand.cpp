@@ -41,7 +41,7 @@ std::vector<ShapeRecord> TopmostFirst(const PickingSink& picked) {
 std::string ForPeople(const std::vector<ShapeRecord>& shapes, SourcePlaces& places) {
   std::string text;
   for (const ShapeRecord& shape : shapes) {
-    text += DescribePlace(shape, places) + ": " + Describe(shape) + "\n";
+    text += DescribePlace(shape, places) + ": " + orxdrawing::Describe(shape) + "\n";
   }
   return text;
 }

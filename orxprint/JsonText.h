@@ -7,17 +7,16 @@
 #include <string>
 
 #include "drawing/Geometry.h"
+#include "drawing/ShapeWords.h"
 
 namespace orxprint {
 
 using Json = nlohmann::ordered_json;
 
-// Rounded to a micrometre or a thousandth of a point: what floats blur behind it says nothing.
-[[nodiscard]] double Rounded(double value);
+using orxdrawing::Rounded;
+
 // {"leftMm", "bottomMm", "rightMm", "topMm"} of a box in points.
 [[nodiscard]] Json MillimetresOf(const orxdrawing::Box& box);
-// The same for people: "10 20 to 110 70 mm".
-[[nodiscard]] std::string DescribeInMillimetres(const orxdrawing::Box& box);
 // Text of documents and names of files may hold bytes that are not UTF-8.
 [[nodiscard]] std::string Dump(const Json& json, int indent);
 

@@ -4,13 +4,12 @@
 #include <cmath>
 #include <utility>
 
+#include "drawing/Extent.h"
 #include "orxprint/PageAnswers.h"
 
 namespace orxprint {
 
 namespace {
-
-constexpr double kLeastSide = 1;  // points
 
 std::optional<Box> FromOrigin(const std::optional<PageSize>& size, Units units) {
   if (!size || !(size->width > 0) || !(size->height > 0)) return std::nullopt;
@@ -19,13 +18,6 @@ std::optional<Box> FromOrigin(const std::optional<PageSize>& size, Units units) 
     return std::round(length * units.pointsPerUnit * 1000) / 1000;
   };
   return Box{0, 0, points(size->width), points(size->height)};
-}
-
-// A line without width and a single dot have an extent, too.
-Box AtLeastVisible(Box box) {
-  box.right = std::max(box.right, box.left + kLeastSide);
-  box.top = std::max(box.top, box.bottom + kLeastSide);
-  return box;
 }
 
 std::optional<Box> Find(const std::map<std::uint32_t, Box>& boxes, std::uint32_t number) {
@@ -63,7 +55,7 @@ void PageAreas::AskForSizes(Session& session, Units units, std::vector<std::uint
 }
 
 void PageAreas::TakeExtent(std::uint32_t number, const std::optional<Box>& extent) {
-  if (extent) extents[number] = AtLeastVisible(*extent);
+  if (extent) extents[number] = orxdrawing::AtLeastVisible(*extent);
 }
 
 std::optional<Box> PageAreas::BoxOf(std::uint32_t number) const {

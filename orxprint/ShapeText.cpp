@@ -3,28 +3,14 @@
 #include <cmath>
 #include <optional>
 
-#include "drawing/PageSummary.h"
-#include "drawing/Text.h"
+#include "drawing/ShapeWords.h"
 
 namespace orxprint {
 
-namespace {
-
-using orxdrawing::LineCap;
+using orxdrawing::NameOf;
 using orxdrawing::ShapeKind;
 using orxdrawing::ShapeRecord;
-using orxdrawing::ShortNumber;
 using orxdrawing::TraceOrigin;
-
-const char* NameOf(ShapeKind kind) {
-  return kind == ShapeKind::Stroke ? "stroke" : kind == ShapeKind::Fill ? "fill" : "image";
-}
-
-const char* NameOf(LineCap cap) {
-  return cap == LineCap::Butt ? "butt" : cap == LineCap::Round ? "round" : "square";
-}
-
-}  // namespace
 
 std::string DescribePlace(const ShapeRecord& shape, SourcePlaces& places) {
   std::string text = "page " + std::to_string(shape.page);
@@ -36,17 +22,6 @@ std::string DescribePlace(const ShapeRecord& shape, SourcePlaces& places) {
     text += " (procedure in line " + std::to_string(origin->procedure->line) + ")";
   }
   return text;
-}
-
-std::string Describe(const ShapeRecord& shape) {
-  std::string text = NameOf(shape.kind);
-  if (shape.kind == ShapeKind::Image) {
-    text += " of " + std::to_string(shape.columns) + " x " + std::to_string(shape.rows);
-  } else {
-    if (shape.kind == ShapeKind::Stroke) text += " of " + ShortNumber(shape.width) + " mm";
-    text += ", " + NameOf(shape.colour);
-  }
-  return text + ", " + (shape.extent ? DescribeInMillimetres(*shape.extent) : "without an extent");
 }
 
 Json ShapeForPrograms(const ShapeRecord& shape, SourcePlaces& places) {
@@ -62,7 +37,7 @@ Json ShapeForPrograms(const ShapeRecord& shape, SourcePlaces& places) {
     object["columns"] = shape.columns;
     object["rows"] = shape.rows;
   } else {
-    object["colour"] = orxdrawing::NameOf(shape.colour);
+    object["colour"] = NameOf(shape.colour);
   }
   if (shape.kind == ShapeKind::Stroke) {
     object["widthMm"] = std::isfinite(shape.width) ? Json(Rounded(shape.width)) : Json();

@@ -13,9 +13,7 @@ namespace orxprint {
 
 // "page 1, line 12, byte 345 (procedure in line 3)"
 [[nodiscard]] std::string DescribePlace(const orxdrawing::ShapeRecord& shape, SourcePlaces& places);
-// "stroke of 0.1 mm, #ff0000, 0 0 to 10 20 mm"
-[[nodiscard]] std::string Describe(const orxdrawing::ShapeRecord& shape);
-// Both as one object.
+// The place and the shape as one object.
 [[nodiscard]] Json ShapeForPrograms(const orxdrawing::ShapeRecord& shape, SourcePlaces& places);
 
 }  // namespace orxprint

@@ -63,7 +63,7 @@ std::string SummaryForPeople(const PageSummary& page) {
   std::string text = "Page " + std::to_string(page.page) + ": " + Counted(page.strokes, "stroke") +
                      ", " + Counted(page.fills, "fill") + ", " + Counted(page.images, "image") +
                      ", " + Counted(page.points, "point") + "\n";
-  if (page.extent) text += "  Extent: " + DescribeInMillimetres(*page.extent) + "\n";
+  if (page.extent) text += "  Extent: " + orxdrawing::DescribeInMillimetres(*page.extent) + "\n";
   const auto inMillimetres = [](float width) { return ShortNumber(width) + " mm"; };
   if (page.strokes > 0) text += "  Widths: " + ListForPeople(page.widths, inMillimetres) + "\n";
   const auto asItIs = [](const std::string& colour) { return colour; };

@@ -7,11 +7,9 @@
 #include <utility>
 
 #include "drawing/PageFilter.h"
-#include "drawing/ShapeGatherer.h"
 #include "framework/InputStreams.h"
 #include "host/ORXOMModule.h"
-#include "web/PlacedGenerator.h"
-#include "web/StoredDeflater.h"
+#include "web/JudgedGatherer.h"
 
 namespace orxweb {
 
@@ -56,13 +54,6 @@ orxdrawing::DocumentComments CommentsOf(std::string_view text) {
   });
 }
 
-// A line without width and a single dot have an area, too.
-Box AtLeastVisible(Box box) {
-  box.right = std::max(box.right, box.left + 1);
-  box.top = std::max(box.top, box.bottom + 1);
-  return box;
-}
-
 // The pages and the index take the same shapes.
 class Fork final : public orxdrawing::ShapeSink {
 public:
@@ -101,26 +92,28 @@ void OpenDocument::Draw(PageReceiver& receiver, Progress progress) {
   onProgress = std::move(progress);
   if (NeedsMeasuring()) {
     orxdrawing::ExtentSink measure(kPointsPerMillimetre);
-    Run(measure);
+    Run(measure, index);
     extents = measure.Extents();
   }
-  const orxdrawing::MakeDeflater store = [](orxdrawing::Effort /*effort*/,
-                                            orxdrawing::ByteSink sink) {
-    return std::make_unique<StoredDeflater>(std::move(sink));
-  };
-  PageSink pages(receiver, [this](std::uint32_t page) { return AreaOf(page); },
-                 {kPointsPerMillimetre, store, [this] { return MayGoOn(); }});
+  PageSink pages(
+      receiver, [this](std::uint32_t page) { return AreaOf(page); },
+      PageSettings([this] { return MayGoOn(); }));
   Fork both(pages, index);
   orxdrawing::LossJudge lossJudge;
   judge = &lossJudge;
-  Run(both);
+  Run(both, index);
   judge = nullptr;
   pages.Finish();
   KeepFindings(lossJudge);
   lostPoints = pages.LostPoints();
 }
 
-void OpenDocument::Run(orxdrawing::ShapeSink& sink) {
+void OpenDocument::Gather(Progress progress) {
+  onProgress = std::move(progress);
+  Run(index, index);
+}
+
+void OpenDocument::Run(orxdrawing::ShapeSink& sink, orxdrawing::PlacedSink& placed) {
   orxframework::MemoryInputStream input(postScript);
   PrintInputStream* const stream = &input;
   const ORXFactoryFunction factory = ORXFillDictionary::Find("ORXPrintEPSInterpreter");
@@ -129,15 +122,14 @@ void OpenDocument::Run(orxdrawing::ShapeSink& sink) {
   auto* const watchable = dynamic_cast<ORXWatchable*>(interpreter.get());
   if (!watchable) throw std::bad_alloc();
   orxdrawing::PageFilter filter(sink, orxdrawing::PageFilter::Pages::All, comments.pageStarts);
-  orxdrawing::ShapeGatherer gatherer(filter);
-  PlacedGenerator generator(gatherer, *watchable, index.place, judge);
+  orxdrawing::PlaceTeller teller(filter, placed, [watchable] { return watchable->Place(); });
+  JudgedGatherer gatherer(teller, *watchable, judge);
   watchable->SetWatcher(this);
   if (judge) watchable->SetListener(this);
   running = watchable;
-  interpreter->Generate(&generator);
+  interpreter->Generate(&gatherer);
   running = nullptr;
   if (isOutOfMemory) throw std::bad_alloc();
-  generator.EndStroke();
   gatherer.Finish();
   filter.Finish();
 }
@@ -172,7 +164,7 @@ bool OpenDocument::NeedsMeasuring() const {
 
 Box OpenDocument::AreaOf(std::uint32_t page) const {
   if (const auto box = comments.BoxOfPage(page + 1)) return *box;
-  if (page < extents.size() && extents[page]) return AtLeastVisible(*extents[page]);
+  if (page < extents.size() && extents[page]) return orxdrawing::AtLeastVisible(*extents[page]);
   return kEmptyPage;
 }
 

@@ -1,7 +1,7 @@
 // A document that is open in the page: drawn once, then asked what lies where.
 //
-// It owns the bytes, the interpreter while it draws, and the index of what was drawn; the page
-// keeps one for each file that is open.
+// It owns the bytes, the interpreter while it draws, and the index of what was drawn; there is one
+// for each file that is open, and two for a comparison.
 #pragma once
 
 #include <cstdint>
@@ -32,24 +32,27 @@ public:
 
   // Draws all pages. Throws std::bad_alloc, and std::runtime_error where nothing can be drawn.
   void Draw(PageReceiver& receiver, Progress progress);
+  // Draws into the index only, for a comparison.
+  void Gather(Progress progress);
 
   // How the pass ended.
   [[nodiscard]] const ORXPassEnd& End() const { return end; }
   // Where the PostScript begins in the file; places count from there.
   [[nodiscard]] std::uint64_t Offset() const { return offset; }
+  [[nodiscard]] std::uint64_t Size() const { return bytes.size(); }
+  [[nodiscard]] const orxdrawing::DocumentComments& Comments() const { return comments; }
   [[nodiscard]] const ShapeIndex& Index() const { return index; }
   [[nodiscard]] std::uint64_t LostPoints() const { return lostPoints; }
   // What of it can be seen to be lost or different, the gravest first.
   [[nodiscard]] const std::vector<orxdrawing::Finding>& Findings() const { return findings; }
-  [[nodiscard]] bool StartsLikePostScript() const { return comments.startsLikePostScript; }
 
 private:
   bool MayGoOn() noexcept override;
   void PassEnded(const ORXPassEnd& passEnd) noexcept override { end = passEnd; }
   void Noted(const ORXNote& note) noexcept override;
 
-  // One pass over the document whose pages go to the sink.
-  void Run(orxdrawing::ShapeSink& sink);
+  // One pass over the document whose pages go to the sink, which `placed` may stand behind.
+  void Run(orxdrawing::ShapeSink& sink, orxdrawing::PlacedSink& placed);
   void KeepFindings(orxdrawing::LossJudge& lossJudge);
   [[nodiscard]] bool NeedsMeasuring() const;
   [[nodiscard]] orxdrawing::Box AreaOf(std::uint32_t page) const;

@@ -6,13 +6,24 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string_view>
 
 #include "drawing/Picture.h"
 #include "drawing/SvgPicture.h"
+#include "web/StoredDeflater.h"
 
 namespace orxweb {
+
+// Of pages that are drawn in the interpreter's usual unit. Images stay in the browser's memory,
+// where compressing them would gain nothing.
+inline orxdrawing::SvgSettings PageSettings(std::function<bool()> mayGoOn) {
+  const auto store = [](orxdrawing::Effort /*effort*/, orxdrawing::ByteSink sink) {
+    return std::make_unique<StoredDeflater>(std::move(sink));
+  };
+  return {orxdrawing::kPointsPerMillimetre, store, std::move(mayGoOn)};
+}
 
 // Where the files go: bytes of the page that is drawn, then its end.
 class PageReceiver {

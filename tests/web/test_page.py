@@ -143,9 +143,11 @@ class PageTest(unittest.TestCase):
         ActionChains(self.browser).move_to_element_with_offset(
             self.element("stage"), round(dx), round(dy)).click().perform()
 
-    def marked(self):
-        return [int(item.get_attribute("data-number"))
-                for item in self.browser.find_elements(By.CSS_SELECTOR, "#lines .marked")]
+    def marked(self, side="before"):
+        box = "#source" if side == "before" else "#source-after"
+        return self.browser.execute_script(
+            "return [...document.querySelectorAll(arguments[0])].map("
+            "  (item) => Number(item.dataset.number));", box + " .marked")
 
     def outlines(self):
         return self.browser.find_elements(By.CSS_SELECTOR, "#sheet .found")
@@ -166,12 +168,12 @@ class PageTest(unittest.TestCase):
                 self.wait(lambda words=words: words in self.text("shape"), words)
                 self.assertEqual(set(self.marked()), lines)
                 self.assertEqual(len(self.outlines()), 1 if lines else 0)
-        line = self.browser.find_element(By.CSS_SELECTOR, "#lines li[data-number='8']")
+        line = self.browser.find_element(By.CSS_SELECTOR, "#source .lines li[data-number='8']")
         line.click()
         self.wait(lambda: "A fill" in self.text("shape"))
         self.assertEqual(self.outlines()[0].get_attribute("d"), "M20 10L60 10L60 30Z")
         self.shoot("click")
-        self.browser.find_element(By.CSS_SELECTOR, "#lines li[data-number='4']").click()
+        self.browser.find_element(By.CSS_SELECTOR, "#source .lines li[data-number='4']").click()
         self.wait(lambda: "Line 4 itself draws nothing" in self.text("shape"))
         self.assertIn("next", self.outlines()[0].get_attribute("class"))
 
@@ -193,6 +195,60 @@ class PageTest(unittest.TestCase):
             row.click()
             self.assertEqual(self.marked(), [place["line"] for place in found["places"]])
         self.shoot("findings")
+
+    def test_two_files_are_compared_as_diff_compares_them(self):
+        later = (CROSSING.replace(b"180 50 lineto", b"180 50.5 lineto")
+                 .replace(b"0.5 setgray", b"0.8 setgray\n5 5 moveto 5 95 lineto stroke"))
+        with tempfile.TemporaryDirectory() as folder:
+            names = [pathlib.Path(folder) / name for name in ("old.eps", "new.eps")]
+            for name, content in zip(names, (CROSSING, later)):
+                name.write_bytes(content)
+            picture = pathlib.Path(folder) / "difference.svg"
+            found = json.loads(subprocess.run(
+                [os.environ["ORXPRINT"], "diff", "--json", *map(str, names), "-o", str(picture)],
+                stdout=subprocess.PIPE, check=False).stdout)
+            expected = picture.read_text(encoding="utf-8")
+        self.open(("old.eps", CROSSING), ("new.eps", later))
+        self.wait(lambda: self.element("compare").is_enabled())
+        self.browser.execute_script("window.drawings = [];")
+        self.element("compare").send_keys(Keys.ENTER)
+        chosen = [Select(self.element(name)).first_selected_option.text
+                  for name in ("before", "after")]
+        self.assertEqual(chosen, ["old.eps", "new.eps"])
+        self.browser.switch_to.active_element.send_keys(Keys.TAB * 2 + Keys.ENTER)
+        self.wait(lambda: "changed" in self.text("findings-summary"))
+        numbers = [f"{found[what]} {what}" for what in ("added", "removed", "changed")]
+        self.assertEqual(self.text("findings-summary"), ", ".join(numbers))
+        rows = self.browser.find_elements(By.CSS_SELECTOR, "#findings button")
+        self.assertEqual(len(rows), len(found["differences"]))
+        for row, difference in zip(rows, found["differences"]):
+            self.assertIn(difference["kind"], row.text)
+            self.assertIn(", ".join(difference.get("what", [])), row.text)
+            row.send_keys(Keys.ENTER)
+            sides = [side for side in ("before", "after") if difference[side]]
+            self.wait(lambda count=len(sides): len(self.outlines()) == count)
+            for side in ("before", "after"):
+                shape = difference[side]
+                lines = {shape["line"]} if shape else set()
+                if shape and "procedure" in shape:
+                    lines.add(shape["procedure"]["line"])
+                self.assertEqual(set(self.marked(side)), lines)
+        drawn = self.browser.execute_async_script(
+            "window.drawings[0].text().then(arguments[arguments.length - 1]);")
+        self.assertEqual(drawn, expected)
+        self.shoot("comparison")
+        self.click(5, 50)
+        self.wait(lambda: "new.eps: A stroke" in self.text("shape"))
+        self.assertEqual((self.marked("before"), self.marked("after")), ([], [8]))
+        self.element("source-after").send_keys(Keys.ARROW_DOWN, Keys.ENTER)
+        self.wait(lambda: "new.eps: A fill: drawn by line 9" in self.text("shape"))
+
+    def test_files_that_draw_the_same_do_not_differ(self):
+        self.open(("a.eps", CROSSING), ("b.eps", b"%!\n" + CROSSING))
+        self.wait(lambda: self.element("compare").is_enabled())
+        self.element("compare").click()
+        self.browser.find_element(By.CSS_SELECTOR, "#comparing .start").click()
+        self.wait(lambda: self.text("findings-summary") == "Both draw the same")
 
     def test_lengths_are_told_and_measured(self):
         self.open(("crossing.eps", CROSSING))
@@ -229,8 +285,8 @@ class PageTest(unittest.TestCase):
         name = "<img src=x onerror=alert(1)>.eps"
         self.open((name, MARKUP))
         self.assertEqual(Select(self.element("documents")).first_selected_option.text, name)
-        self.assertIn("<script>alert(2)</script>", self.text("lines"))
-        for tag in ("h1", "#lines img", "#lines script", "header img"):
+        self.assertIn("<script>alert(2)</script>", self.text("source"))
+        for tag in ("h1", "#source .lines img", "#source .lines script", "header img"):
             self.assertEqual(self.browser.find_elements(By.CSS_SELECTOR, tag), [], tag)
 
     def test_a_hostile_file_ends_with_a_message_and_the_next_one_works(self):

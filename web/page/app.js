@@ -1,118 +1,109 @@
-// The page: files come in, one of them is shown, and what is asked about it goes to its interpreter.
+// The page: files come in, one drawing is shown, and what is asked about it goes to its interpreter.
 import { carriedFiles } from './carried.js';
-import { showFindings } from './findings.js';
+import { CompareDialog } from './comparedialog.js';
+import { Comparison } from './comparison.js';
 import { Measure } from './measure.js';
-import { aboutShape } from './messages.js';
 import { OpenFile } from './openfile.js';
+import { Questions } from './questions.js';
+import { RemarkList } from './remarks.js';
 import { SourceView } from './sourceview.js';
 import { pair, size } from './units.js';
 import { Viewer } from './viewer.js';
 
 const byId = (id) => document.getElementById(id);
 const stage = byId('stage');
-const HINT = byId('shape').textContent;
-const files = [];
-let shown = null; // the file that is shown
+const drawings = []; // files that are open, and comparisons
+let shown = null; // the drawing that is shown
 
 const viewer = new Viewer(stage, {
   onPoint: (point) => {
     byId('place').value = point === null ? '–' : pair(point.x, point.y);
   },
-  onClick: (point, reach) => (measure.isOn ? measure.take(point) : askAbout(point, reach)),
+  onClick: (point, reach) => {
+    if (measure.isOn) return measure.take(point);
+    byId('place').value = pair(point.x, point.y);
+    return questions.askAbout(point, reach);
+  },
   onScale: (percent) => {
     byId('zoom').value = `${percent < 10 ? percent.toFixed(1) : Math.round(percent)} %`;
   },
 });
 const measure = new Measure(byId('measure'), stage, byId('distance'), viewer);
-const source = new SourceView(byId('source'), showWhatIsDrawnBy);
+const boxes = [byId('source'), byId('source-after')];
+const captions = [byId('name-before'), byId('name-after')];
+const sources = boxes.map((box, side) => new SourceView(box, (line) => questions.askWhatIsDrawnBy(side, line)));
+const remarks = new RemarkList(byId('findings'), byId('findings-summary'), (item) => questions.show(item));
+const questions = new Questions({ viewer, sources, remarks, output: byId('shape'), goToPage });
+const dialog = new CompareDialog(byId('comparing'), byId('compare'), compare);
 
-async function askAbout(point, reach) {
-  byId('place').value = pair(point.x, point.y);
-  const file = shown;
-  const shape = await file.shapeAt(point, reach);
-  if (file !== shown) return;
-  viewer.clear();
-  if (shape === null) {
-    say('Nothing is drawn there.');
-    source.mark([]);
-    return;
-  }
-  viewer.addShape(shape);
-  say(aboutShape(file, shape));
-  source.mark([shape.place, shape.definition].filter((byte) => byte >= 0));
-}
-
-async function showWhatIsDrawnBy(line) {
-  const file = shown;
-  const found = await file.drawnBy(line);
-  if (file !== shown || found === null) return;
-  const { shapes, next } = found;
-  const first = shapes[0] ?? next;
-  if (!first) {
-    viewer.clear();
-    say(`Line ${line + 1} draws nothing, and nothing is drawn behind it.`);
-    return;
-  }
-  if (first.page !== file.page) goToPage(first.page);
-  viewer.clear();
-  for (const shape of shapes) if (shape.page === first.page) viewer.addShape(shape);
-  if (next) viewer.addShape(next, true);
-  const what = aboutShape(file, first);
-  if (next) say(`Line ${line + 1} itself draws nothing. What is drawn next: ${what}`);
-  else say(shapes.length === 1 ? what : `Line ${line + 1} draws ${shapes.length} shapes.`);
-}
-
-function say(text) {
-  byId('shape').textContent = text;
+function add(drawing) {
+  drawings.push(drawing);
+  byId('documents').append(new Option(drawing.name, drawings.length - 1));
+  byId('documents').disabled = false;
 }
 
 function open(blobs) {
-  let first = null;
-  for (const blob of blobs) {
-    const file = new OpenFile(blob.name, update);
-    files.push(file);
-    byId('documents').append(new Option(blob.name, files.length - 1));
-    byId('documents').disabled = false;
-    file.open(blob);
-    first ??= file;
-  }
-  if (first !== null) show(first);
+  const files = blobs.map((blob) => new OpenFile(blob.name, update));
+  files.forEach(add);
+  files.forEach((file, i) => file.open(blobs[i]));
+  if (files.length > 0) show(files[0]);
 }
 
-function show(file) {
-  shown = file;
-  byId('documents').value = files.indexOf(file);
+function compare(before, after) {
+  const comparison = new Comparison(before, after, update);
+  add(comparison);
+  show(comparison);
+  comparison.draw().catch((error) => comparison.fail(`Cannot be compared: ${error.message}`));
+}
+
+function show(drawing) {
+  shown = drawing;
+  byId('documents').value = drawings.indexOf(drawing);
   byId('invitation').hidden = true;
-  document.title = `${file.name} – orxprint`;
-  source.show(null);
+  document.title = `${drawing.name} – orxprint`;
+  sources.forEach((source) => source.show(null));
   viewer.show(null);
-  say(HINT);
-  update(file);
+  questions.begin(drawing);
+  update(drawing);
 }
 
-// Brings the page up to date with what is new about a file.
-function update(file) {
-  if (file !== shown) return;
-  if (source.lines !== file.lines) source.show(file.lines);
-  const page = file.pages[file.page];
+// Brings the page up to date with what is new about a drawing.
+function update(drawing) {
+  dialog.offer(drawings.filter((each) => each.isRead));
+  if (drawing !== shown) return;
+  showSources(drawing);
+  const page = drawing.pages[drawing.page];
   if (page && viewer.area !== page.area) viewer.show(page.area, page.address);
   const width = page ? page.area.right - page.area.left : 0;
   const height = page ? page.area.top - page.area.bottom : 0;
-  byId('size').value = page ? `Page ${size(width, height)}` : '–';
-  const count = file.pages.length;
-  byId('page-number').value = count === 0 ? '–' : `${file.page + 1} / ${count}`;
-  byId('previous').disabled = file.page === 0;
-  byId('next').disabled = file.page + 1 >= count;
-  showProgress(file);
-  byId('messages').replaceChildren(...file.messages.map(messageItem));
-  showFindings(byId('findings'), byId('findings-summary'), file, showFinding);
+  const count = drawing.pages.length;
+  const isInPlace = page && page.number === drawing.page + 1;
+  const number = isInPlace || !page ? '' : ` ${page.number}`;
+  byId('size').value = page ? `Page${number} ${size(width, height)}` : '–';
+  byId('page-number').value = count === 0 ? '–' : `${drawing.page + 1} / ${count}`;
+  byId('previous').disabled = drawing.page === 0;
+  byId('next').disabled = drawing.page + 1 >= count;
+  showProgress(drawing);
+  byId('messages').replaceChildren(...drawing.messages.map(messageItem));
+  remarks.show(drawing.remarks);
 }
 
-function showProgress(file) {
-  byId('progress').hidden = file.progress === null;
-  if (file.progress === null) return;
-  byId('progress').querySelector('progress').value = file.progress;
-  byId('progress-text').textContent = `Drawing… ${Math.round(100 * file.progress)} %`;
+// Of a comparison both files, each under its name.
+function showSources(drawing) {
+  sources.forEach((source, side) => {
+    const { name = '', lines = null } = drawing.sources[side] ?? {};
+    boxes[side].hidden = side >= drawing.sources.length;
+    captions[side].hidden = drawing.sources.length === 1;
+    captions[side].textContent = `${side === 0 ? 'Before' : 'After'}: ${name}`;
+    if (source.lines !== lines) source.show(lines);
+  });
+}
+
+function showProgress({ progress }) {
+  byId('progress').hidden = progress === null;
+  if (progress === null) return;
+  byId('progress').querySelector('progress').value = progress;
+  byId('progress-text').textContent = `Drawing… ${Math.round(100 * progress)} %`;
 }
 
 function messageItem({ text, isAlarm }) {
@@ -120,10 +111,6 @@ function messageItem({ text, isAlarm }) {
   item.textContent = text;
   item.classList.toggle('alarm', isAlarm);
   return item;
-}
-
-function showFinding(finding) {
-  source.mark(finding.places.filter((byte) => byte >= 0));
 }
 
 function goToPage(page) {
@@ -148,12 +135,20 @@ async function print() {
   byId('paper').replaceChildren();
 }
 
+// Light or dark as the person chose it, or else as the desktop has it.
+const desktopIsDark = matchMedia('(prefers-color-scheme: dark)');
+let theme = 'system';
+
+function applyTheme() {
+  const usual = desktopIsDark.matches ? 'dark' : 'light';
+  document.documentElement.dataset.theme = theme === 'system' ? usual : theme;
+  byId('theme').textContent = `Theme: ${theme}`;
+}
+
 function changeTheme() {
   const themes = ['system', 'light', 'dark'];
-  const root = document.documentElement;
-  const theme = themes[(themes.indexOf(root.dataset.theme ?? 'system') + 1) % themes.length];
-  root.dataset.theme = theme;
-  byId('theme').textContent = `Theme: ${theme}`;
+  theme = themes[(themes.indexOf(theme) + 1) % themes.length];
+  applyTheme();
 }
 
 const STEP = 60; // pixels that an arrow key moves
@@ -189,7 +184,7 @@ function listenToButtons() {
     open([...target.files]);
     target.value = '';
   });
-  byId('documents').addEventListener('change', ({ target }) => show(files[target.value]));
+  byId('documents').addEventListener('change', ({ target }) => show(drawings[target.value]));
 }
 
 function listenToKeys() {
@@ -216,6 +211,8 @@ function listenToDrops() {
   });
 }
 
+desktopIsDark.addEventListener('change', applyTheme);
+applyTheme();
 listenToButtons();
 listenToKeys();
 listenToDrops();

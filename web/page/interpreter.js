@@ -1,5 +1,5 @@
-// The interpreter in a worker of its own, one for each file: whatever a file does to it, it ends
-// with that file.
+// The interpreter in a worker of its own, one for each file and each comparison: whatever a file
+// does to it, it ends with that file.
 import { carriedBytes } from './carried.js';
 
 // What the page carries in an element, unpacked.
@@ -27,8 +27,8 @@ export class Interpreter {
     this.isStopped = false;
   }
 
-  // Draws the bytes of a file, for at most that many seconds.
-  async open(bytes, seconds) {
+  // Draws the bytes of a file, or compares those of two, for at most that many seconds.
+  async open(files, seconds) {
     prepared ??= prepare();
     const { address, library } = await prepared;
     if (this.isStopped) return;
@@ -38,7 +38,7 @@ export class Interpreter {
       event.preventDefault();
       this.end(`the interpreter ended: ${event.message ?? 'its script does not run here'}`);
     };
-    this.worker.postMessage({ type: 'open', library, bytes, seconds });
+    this.worker.postMessage({ type: 'open', library, files, seconds });
   }
 
   // The answer to a question about what was drawn; null when nobody is there to answer.

@@ -1,26 +1,27 @@
-// What is said about a file, in words.
+// What is said about files, in words. A source is a file with its lines; bytes are places in it.
+import { SECONDS } from './drawing.js';
 import { length } from './units.js';
 
 // How a drawing may have ended, by the numbers that the interpreter gives.
 const ENDINGS = [
   null,
-  (file) => `Stopped after ${file.seconds} s: it did not come to its end. What was drawn until then is shown.`,
+  () => `Stopped after ${SECONDS} s: it did not come to its end. What was drawn until then is shown.`,
   () => 'Memory ran low: what was drawn until then is shown.',
-  (file, end) => `A limit of the interpreter was met (${end.error}, ${lineAt(file, end.place)}): something may be missing.`,
+  (where, error) => `A limit of the interpreter was met (${error}, ${where}): something may be missing.`,
   () => 'A read failed: what was drawn until then is shown.',
-  (file, end) => `Memory ran out (${lineAt(file, end.place)}): something is missing.`,
+  (where) => `Memory ran out (${where}): something is missing.`,
   () => 'The page failed to take the drawing: what was drawn until then is shown.',
 ];
 
-function lineAt(file, byte) {
-  return byte < 0 ? 'nowhere in the file' : `line ${file.lines.lineOf(byte) + 1}`;
+function lineAt(source, byte) {
+  return byte < 0 ? 'nowhere in the file' : `line ${source.lines.lineOf(byte) + 1}`;
 }
 
 // The messages about how a file was drawn, most serious first: {text, isAlarm}.
-export function aboutEnd(file, end) {
+export function aboutEnd(source, end) {
   const messages = [];
   const ending = ENDINGS[end.result];
-  if (ending) messages.push({ text: ending(file, end), isAlarm: true });
+  if (ending) messages.push({ text: ending(lineAt(source, end.place), end.error), isAlarm: true });
   if (end.lostPoints > 0) {
     const text = `${end.lostPoints} points have no finite place and were left out.`;
     messages.push({ text, isAlarm: true });
@@ -30,7 +31,7 @@ export function aboutEnd(file, end) {
     messages.push({ text, isAlarm: true });
   }
   if (!end.isIndexed) {
-    const text = 'The drawing is so large that only its first part can be asked about.';
+    const text = 'The drawing is so large that only its first part can be asked about and compared.';
     messages.push({ text, isAlarm: false });
   }
   return messages;
@@ -47,20 +48,58 @@ function meaningOf({ meaning, ratio, detail }) {
 }
 
 // A finding in a sentence: what it means, what it comes from, how often and where.
-export function aboutFinding(file, finding) {
+function aboutFinding(source, finding) {
   const { name, times, places } = finding;
   const inFile = places.filter((byte) => byte >= 0);
-  const lines = [...new Set(inFile.map((byte) => file.lines.lineOf(byte) + 1))];
+  const lines = [...new Set(inFile.map((byte) => source.lines.lineOf(byte) + 1))];
   const more = times > places.length ? ', …' : '';
   const word = lines.length === 1 ? 'line' : 'lines';
   const where = lines.length === 0 ? '' : `; ${word} ${lines.join(', ')}${more}`;
   const cause = name === '' ? '' : `${name}: `;
-  return `${cause}${meaningOf(finding)}. ${times} ×${where}`;
+  const text = `${cause}${meaningOf(finding)}. ${times} ×${where}`;
+  return { title: finding.severity, text, marks: [inFile] };
 }
 
-export function aboutShape(file, shape) {
+// What is lost or different in a file, as a list of remarks.
+export function aboutFindings(source, findings) {
+  const kinds = findings.length === 1 ? 'kind' : 'kinds';
+  const summary =
+    findings.length === 0
+      ? 'Nothing is known to be lost or to differ'
+      : `${findings.length} ${kinds} of content lost or different`;
+  return { summary, items: findings.map((finding) => aboutFinding(source, finding)) };
+}
+
+export function aboutShape(source, shape) {
   const width = shape.kind === 'stroke' ? `, ${length(shape.width)} wide` : '';
   const inProcedure = shape.definition >= 0;
-  const definition = inProcedure ? `, in the procedure of ${lineAt(file, shape.definition)}` : '';
-  return `A ${shape.kind}${width}: drawn by ${lineAt(file, shape.place)}${definition}.`;
+  const definition = inProcedure ? `, in the procedure of ${lineAt(source, shape.definition)}` : '';
+  return `A ${shape.kind}${width}: drawn by ${lineAt(source, shape.place)}${definition}.`;
+}
+
+// Where a file is to be marked to show what draws a shape.
+export function marksOf(shape) {
+  return [shape.place, shape.definition].filter((byte) => byte >= 0);
+}
+
+function aboutDifference(sources, { number, what, shapes }) {
+  const [before, after] = [0, 1].map((side) => shapes.find((shape) => shape.side === side));
+  const title = before && after ? 'changed' : after ? 'added' : 'removed';
+  const details = shapes.map(({ side, place, description }) => ({
+    sign: side === 0 ? '−' : '+',
+    text: `${lineAt(sources[side], place)}: ${description}`,
+  }));
+  const text = `page ${shapes[0].page}${what === '' ? '' : `: ${what}`}`;
+  return { number, title, text, details, marks: [before, after].map((shape) => (shape ? marksOf(shape) : [])) };
+}
+
+// What differs between two files, as a list of remarks.
+export function aboutDifferences(sources, { count, added, removed, differences }) {
+  const numbers = `${added} added, ${removed} removed, ${count - added - removed} changed`;
+  const listed = differences.length;
+  return {
+    summary: count === 0 ? 'Both draw the same' : numbers,
+    items: differences.map((difference) => aboutDifference(sources, difference)),
+    note: listed < count ? `Only the first ${listed} of ${count} differences are listed.` : null,
+  };
 }

@@ -7,8 +7,8 @@ export class SourceView {
   // `onChoose(line)` is told of the line that the person wants to know about.
   constructor(box, onChoose) {
     this.box = box;
-    this.extent = box.querySelector('#extent');
-    this.list = box.querySelector('#lines');
+    this.extent = box.querySelector('.extent');
+    this.list = box.querySelector('.lines');
     this.onChoose = onChoose;
     this.lines = null;
     this.marked = new Map(); // line to the byte of interest in it

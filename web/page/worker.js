@@ -1,14 +1,19 @@
-// Runs in the worker, behind the interpreter's own script: draws one file and then answers what lies
-// where in it. Speaks with the page by messages only.
+// Runs in the worker, behind the interpreter's own script: draws one file, or what differs between
+// two, and then answers what lies where. Speaks with the page by messages only.
 (() => {
   'use strict';
 
   const LEAST_PAUSE = 100; // milliseconds between two reports of progress
+  const MOST_DIFFERENCES = 1000; // that are listed
   let interpreter = null;
+  let isComparison = false;
 
-  function tell(type, content = {}, transfer = []) {
-    self.postMessage({ type, ...content }, transfer);
+  function tell(type, content = {}) {
+    self.postMessage({ type, ...content });
   }
+
+  const text = (address) => interpreter.UTF8ToString(address);
+  const list = (length, make) => Array.from({ length }, (_, i) => make(i));
 
   // What the interpreter calls while it draws.
   function makeHost(seconds) {
@@ -39,7 +44,21 @@
     };
   }
 
-  async function open({ library, bytes, seconds }) {
+  // Whether the interpreter has the bytes of a file; if not, it has said why.
+  function take(bytes, side) {
+    const place = interpreter._malloc(Math.max(bytes.byteLength, 1));
+    if (place === 0) {
+      tell('failure', { reason: 'it needs more memory than a browser gives' });
+      return false;
+    }
+    interpreter.HEAPU8.set(bytes, place);
+    const isTaken = interpreter._TakeFile(side, place, bytes.byteLength) !== 0;
+    interpreter._free(place);
+    return isTaken;
+  }
+
+  async function open({ library, files, seconds }) {
+    isComparison = files.length === 2;
     interpreter = await createInterpreter({
       host: makeHost(seconds),
       instantiateWasm(imports, receive) {
@@ -47,29 +66,26 @@
         return {};
       },
     });
-    const place = interpreter._malloc(Math.max(bytes.byteLength, 1));
-    if (place === 0) {
-      tell('failure', { reason: 'it needs more memory than a browser gives' });
-      return;
-    }
-    interpreter.HEAPU8.set(new Uint8Array(bytes), place);
-    const isDrawn = interpreter._OpenFile(place, bytes.byteLength);
-    interpreter._free(place);
+    if (!files.every(take)) return;
+    const isDrawn = isComparison ? interpreter._CompareFiles() : interpreter._DrawFile();
     if (!isDrawn) return;
-    tell('drawn', {
-      result: interpreter._EndResult(),
-      error: interpreter.UTF8ToString(interpreter._EndError()),
-      place: interpreter._EndPlace(),
-      startsLikePostScript: interpreter._StartsLikePostScript() !== 0,
-      isIndexed: interpreter._IndexIsComplete() !== 0,
-      lostPoints: interpreter._LostPoints(),
-      findings: Array.from({ length: interpreter._FindingCount() }, (_, i) => finding(i)),
-    });
+    const ends = list(files.length, describeEnd);
+    if (isComparison) tell('drawn', { ends, comparison: describeComparison() });
+    else tell('drawn', { ends, findings: list(interpreter._FindingCount(), describeFinding) });
   }
 
-  function finding(i) {
-    const text = (address) => interpreter.UTF8ToString(address);
-    const places = { length: interpreter._PlacesOfFinding(i) };
+  function describeEnd(side) {
+    return {
+      result: interpreter._EndResult(side),
+      error: text(interpreter._EndError(side)),
+      place: interpreter._EndPlace(side),
+      startsLikePostScript: interpreter._StartsLikePostScript(side) !== 0,
+      isIndexed: interpreter._IndexIsComplete(side) !== 0,
+      lostPoints: interpreter._LostPoints(side),
+    };
+  }
+
+  function describeFinding(i) {
     return {
       severity: text(interpreter._SeverityOfFinding(i)),
       meaning: text(interpreter._MeaningOfFinding(i)),
@@ -77,40 +93,81 @@
       detail: text(interpreter._DetailOfFinding(i)),
       times: interpreter._TimesOfFinding(i),
       ratio: interpreter._RatioOfFinding(i),
-      places: Array.from(places, (_, place) => interpreter._PlaceOfFinding(i, place)),
+      places: list(interpreter._PlacesOfFinding(i), (place) => interpreter._PlaceOfFinding(i, place)),
     };
   }
 
-  function describe(shape) {
-    if (shape < 0) return null;
+  function describeShape(side, shape) {
     return {
-      shape,
-      kind: ['stroke', 'fill', 'fill', 'image'][interpreter._KindOfShape(shape)],
-      page: interpreter._PageOfShape(shape),
-      width: interpreter._WidthOfShape(shape),
-      place: interpreter._PlaceOfShape(shape),
-      definition: interpreter._DefinitionOfShape(shape),
-      outline: interpreter.UTF8ToString(interpreter._OutlineOfShape(shape)),
+      side,
+      kind: text(interpreter._KindOfShape(side, shape)),
+      page: interpreter._PageOfShape(side, shape),
+      width: interpreter._WidthOfShape(side, shape),
+      place: interpreter._PlaceOfShape(side, shape),
+      definition: interpreter._DefinitionOfShape(side, shape),
     };
   }
 
-  // The shapes that bytes of the file draw; else the first that is drawn behind them.
-  function drawnBy({ first, end, most }) {
+  function withOutline(side, shape) {
+    const outline = text(interpreter._OutlineOfShape(side, shape));
+    return { ...describeShape(side, shape), outline };
+  }
+
+  // What `describe(side, shape)` says of the shapes of a difference: of one, or of the earlier and
+  // the later one.
+  function shapesOfDifference(number, describe) {
+    const shapes = [0, 1].map((side) => interpreter._ShapeOfDifference(number, side));
+    return shapes.flatMap((shape, side) => (shape < 0 ? [] : [describe(side, shape)]));
+  }
+
+  function describeDifference(number) {
+    const describe = (side, shape) => ({
+      ...describeShape(side, shape),
+      description: text(interpreter._DescriptionOfShape(side, shape)),
+    });
+    const what = text(interpreter._WhatDiffers(number));
+    return { number, what, shapes: shapesOfDifference(number, describe) };
+  }
+
+  function describeComparison() {
+    const count = interpreter._DifferenceCount();
+    return {
+      count,
+      added: interpreter._AddedCount(),
+      removed: interpreter._RemovedCount(),
+      differences: list(Math.min(count, MOST_DIFFERENCES), describeDifference),
+      pages: list(interpreter._PageCount(), interpreter._NumberOfPage),
+    };
+  }
+
+  // The shapes that bytes of a file draw; else the first that is drawn behind them.
+  function drawnBy({ side, first, end, most }) {
     const shapes = [];
     let next = -1;
-    const count = interpreter._ShapeCount();
+    const count = interpreter._ShapeCount(side);
     for (let shape = 0; shape < count && shapes.length < most; ++shape) {
-      const place = interpreter._PlaceOfShape(shape);
-      const definition = interpreter._DefinitionOfShape(shape);
+      const place = interpreter._PlaceOfShape(side, shape);
+      const definition = interpreter._DefinitionOfShape(side, shape);
       const isIn = (byte) => byte >= first && byte < end;
-      if (isIn(place) || isIn(definition)) shapes.push(describe(shape));
+      if (isIn(place) || isIn(definition)) shapes.push(withOutline(side, shape));
       if (next < 0 && place >= end) next = shape;
     }
-    return { shapes, next: shapes.length > 0 ? null : describe(next) };
+    const hasNext = shapes.length === 0 && next >= 0;
+    return { shapes, next: hasNext ? withOutline(side, next) : null };
   }
 
   const answers = {
-    shapeAt: ({ page, x, y, reach }) => describe(interpreter._FindShape(page, x, y, reach)),
+    // The shapes at a point of a page, uppermost first, and the number of the difference between
+    // them.
+    at({ page, x, y, reach }) {
+      if (isComparison) {
+        const number = interpreter._FindDifference(page, x, y, reach);
+        return { number, shapes: number < 0 ? [] : shapesOfDifference(number, withOutline) };
+      }
+      const shape = interpreter._FindShape(page, x, y, reach);
+      return { number: -1, shapes: shape < 0 ? [] : [withOutline(0, shape)] };
+    },
+    difference: ({ number }) => shapesOfDifference(number, withOutline),
     drawnBy,
   };
 
