@@ -3,6 +3,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "drawing/FindingWords.h"
 #include "drawing/Text.h"
 
 namespace orxprint {
@@ -121,7 +122,7 @@ std::string Losses(const CheckReport& report) {
     text += "<li><b>" + Escaped(finding.name) + "</b> " + std::to_string(finding.count) + " x";
     const std::string places = DescribePlaces(finding, report);
     if (!places.empty()) text += ", " + places;
-    text += ": " + Escaped(MeaningOf(finding)) + "</li>";
+    text += ": " + Escaped(orxdrawing::MeaningOf(finding)) + "</li>";
   }
   return text + "</ul>";
 }
@@ -152,9 +153,10 @@ std::string CheckPageRow(const CheckReport& report, Units units) {
   }
   return row + "</td>\n<td><div class=\"file\">" + Escaped(report.file) +
          "</div><div class=\"small\">" + SizeOf(report) + "<br>" +
-         DescribeDrawing(report.summary, units) + "</div></td>\n<td><span class=\"tag s" + level +
-         "\">" + std::string(tag) + "</span></td>\n<td>" + Losses(report) +
-         "</td>\n<td class=\"small\">" + Escaped(report.producer) + "</td>\n</tr>\n";
+         orxdrawing::DescribeDrawing(report.summary, units.MillimetresPerUnit()) +
+         "</div></td>\n<td><span class=\"tag s" + level + "\">" + std::string(tag) +
+         "</span></td>\n<td>" + Losses(report) + "</td>\n<td class=\"small\">" +
+         Escaped(report.producer) + "</td>\n</tr>\n";
 }
 
 std::string CheckPage(const std::string& rows, std::size_t files, std::size_t lossy) {

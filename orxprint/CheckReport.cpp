@@ -1,9 +1,9 @@
 #include "orxprint/CheckReport.h"
 
 #include <algorithm>
-#include <cmath>
 #include <nlohmann/json.hpp>
 
+#include "drawing/FindingWords.h"
 #include "drawing/Text.h"
 
 namespace orxprint {
@@ -16,7 +16,6 @@ using orxdrawing::Finding;
 using orxdrawing::KindOf;
 using orxdrawing::LossPlace;
 using orxdrawing::Severity;
-using orxdrawing::ShortNumber;
 using orxdrawing::SourceLine;
 using Json = nlohmann::ordered_json;
 
@@ -31,8 +30,6 @@ std::string Padded(std::string text, std::size_t width) {
 std::string Counted(std::uint64_t count, const char* what) {
   return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
-
-std::string Tenths(double value) { return ShortNumber(std::round(value * 10) / 10); }
 
 Json PlaceForPrograms(std::uint64_t place, const CheckReport& report) {
   Json object = {{"byte", report.offset + place}};
@@ -55,7 +52,7 @@ Json FindingForPrograms(const Finding& finding, const CheckReport& report) {
   }
   Json object = {{"kind", kind.name},          {"severity", TextOf(kind.severity)},
                  {"group", kind.group},        {"name", finding.name},
-                 {"count", finding.count},     {"meaning", MeaningOf(finding)},
+                 {"count", finding.count},     {"meaning", orxdrawing::MeaningOf(finding)},
                  {"places", std::move(places)}};
   if (finding.ratio > 0) object["ratio"] = finding.ratio;
   if (!finding.detail.empty()) object["detail"] = finding.detail;
@@ -75,27 +72,13 @@ Json ExtentForPrograms(const DrawingSummary& summary, Units units) {
 
 std::vector<Finding> VisibleFindings(const CheckReport& report) {
   std::vector<Finding> visible;
-  std::ranges::copy_if(report.findings, std::back_inserter(visible), [](const Finding& finding) {
-    return KindOf(finding.loss).severity > Severity::NoEffect;
-  });
+  std::ranges::copy_if(report.findings, std::back_inserter(visible), orxdrawing::IsVisible);
   return visible;
 }
 
 Severity GravestOf(const CheckReport& report) {
   return report.findings.empty() ? Severity::NoEffect
                                  : KindOf(report.findings.front().loss).severity;
-}
-
-std::string MeaningOf(const Finding& finding) {
-  std::string text(KindOf(finding.loss).means);
-  if (finding.ratio > 0) {
-    text =
-        finding.ratio >= 1
-            ? "lines are up to " + Tenths(finding.ratio) + " times as wide as meant: " + text
-            : "lines are down to 1/" + Tenths(1 / finding.ratio) + " of the width meant: " + text;
-  }
-  if (!finding.detail.empty()) text += " (" + finding.detail + ")";
-  return text;
 }
 
 std::string DescribePlaces(const Finding& finding, const CheckReport& report) {
@@ -116,16 +99,6 @@ std::string DescribePlaces(const Finding& finding, const CheckReport& report) {
   return text + " (defined in " + std::to_string(definition->second.line) + ")";
 }
 
-std::string DescribeDrawing(const DrawingSummary& summary, Units units) {
-  std::string text = Counted(summary.strokes, "stroke") + ", " + Counted(summary.fills, "fill") +
-                     ", " + Counted(summary.images, "image");
-  if (!summary.hasExtent) return text;
-  const auto length = [&](double value) { return Tenths(value * units.MillimetresPerUnit()); };
-  const Box& extent = summary.extent;
-  return text + ", " + length(extent.left) + ".." + length(extent.right) + " x " +
-         length(extent.bottom) + ".." + length(extent.top) + " mm";
-}
-
 std::vector<std::string> FindingLines(const CheckReport& report) {
   std::vector<std::string> lines;
   for (const Finding& finding : VisibleFindings(report)) {
@@ -134,7 +107,7 @@ std::vector<std::string> FindingLines(const CheckReport& report) {
                     Padded(EscapeForTerminal(finding.name), 16) +
                     std::string(count.size() < 6 ? 6 - count.size() : 0, ' ') + count + "  " +
                     Padded(DescribePlaces(finding, report), 24) + "  " +
-                    EscapeForTerminal(MeaningOf(finding)));
+                    EscapeForTerminal(orxdrawing::MeaningOf(finding)));
   }
   return lines;
 }
@@ -145,7 +118,9 @@ std::string ForPeople(const CheckReport& report, Units units) {
   if (lines.empty()) return text + "nothing is lost\n";
   text += Counted(lines.size(), "kind") + " of loss\n";
   for (const std::string& line : lines) text += "  " + line + "\n";
-  return text + "drawing: " + DescribeDrawing(report.summary, units) + "\n";
+  return text +
+         "drawing: " + orxdrawing::DescribeDrawing(report.summary, units.MillimetresPerUnit()) +
+         "\n";
 }
 
 Json ForPrograms(const CheckReport& report, Units units) {

@@ -42,10 +42,6 @@ struct CheckReport {
 // there is no place.
 [[nodiscard]] std::string DescribePlaces(const orxdrawing::Finding& finding,
                                          const CheckReport& report);
-// What the finding means, with its figures.
-[[nodiscard]] std::string MeaningOf(const orxdrawing::Finding& finding);
-// "212 strokes, 40 fills, 1 image, 2.1..167.2 x 2.1..114.3 mm".
-[[nodiscard]] std::string DescribeDrawing(const orxdrawing::DrawingSummary& summary, Units units);
 
 [[nodiscard]] nlohmann::ordered_json ForPrograms(const CheckReport& report, Units units);
 

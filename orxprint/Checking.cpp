@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 
-#include "orxprint/FileChecks.h"
+#include "drawing/FileChecks.h"
 #include "orxprint/Messages.h"
 
 namespace orxprint {
@@ -15,8 +14,6 @@ using orxdrawing::Finding;
 using orxdrawing::Loss;
 using orxdrawing::LossPlace;
 using orxdrawing::Severity;
-
-constexpr std::uint32_t kMostLabelsAsked = 100;
 
 std::map<std::uint64_t, orxdrawing::SourceLine> FindLines(const Document& document,
                                                           const std::vector<Finding>& findings) {
@@ -60,13 +57,10 @@ bool MetLimit(const CheckReport& report) {
 
 CheckReport MakeReport(Session& session) {
   const Document& document = session.Source();
-  const PageAnswers answers = session.Ask([](const PageAnswers& about) {
-    std::vector<std::uint32_t> pages(std::min(about.count.value_or(0), kMostLabelsAsked));
-    std::iota(pages.begin(), pages.end(), 1U);
-    return pages;
-  });
+  const PageAnswers answers = session.Ask(orxdrawing::PagesToCheck);
   orxdrawing::Findings& found = *session.Found();
-  CheckFile(document, answers, Units::FromEnvironment(), found);
+  orxdrawing::CheckFile({document.Comments(), document.Offset() > 0, answers},
+                        Units::FromEnvironment().pointsPerUnit, found);
   CheckReport report;
   report.file = session.Name();
   report.producer = FindProducer(document);

@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "drawing/DrawnExtents.h"
-#include "orxprint/PageAnswers.h"
 #include "orxprint/Session.h"
 #include "orxprint/Statements.h"
 

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "drawing/Extent.h"
-#include "orxprint/PageAnswers.h"
 
 namespace orxprint {
 

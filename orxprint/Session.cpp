@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "framework/TextStream.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXSystem.h"
 #include "orxprint/Failure.h"
@@ -104,7 +105,7 @@ PageAnswers Session::Ask(ChoosePages choose) {
     std::shared_ptr<const Document> document;
     std::shared_ptr<RunControl> control;
     ChoosePages choose;
-    TextStream text;
+    orxframework::TextStream text;
     PageAnswers answers;
     std::atomic<bool> isAnswered = false;  // nothing is changed any more
   };
@@ -116,7 +117,9 @@ PageAnswers Session::Ask(ChoosePages choose) {
       [desk] {
         const auto interpreter = desk->plugin.MakeInterpreter(desk->text);
         LetWatch(*interpreter, *desk->control);
-        Questioner questioner(desk->document->Comments().lines, *interpreter, desk->text);
+        orxdrawing::Questioner questioner(
+            desk->document->Comments().lines, *interpreter,
+            [&text = desk->text](std::string_view shown) { text.Show(shown); });
         PageAnswers& answers = desk->answers = questioner.AskAboutDocument();
         for (const std::uint32_t page : desk->choose(answers)) {
           if (!desk->control->MayGoOn()) break;

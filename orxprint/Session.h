@@ -15,17 +15,21 @@
 #include <string>
 #include <vector>
 
+#include "drawing/PageAnswers.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "orxprint/CommandLine.h"
 #include "orxprint/Document.h"
 #include "orxprint/Failure.h"
 #include "orxprint/GuardedGenerator.h"
-#include "orxprint/PageAnswers.h"
 #include "orxprint/Plugin.h"
 #include "orxprint/RunControl.h"
 
 namespace orxprint {
+
+using orxdrawing::kMostAskedPages;
+using orxdrawing::PageAnswers;
+using orxdrawing::PageSize;
 
 // The pages that a pass draws.
 struct PageSelection {

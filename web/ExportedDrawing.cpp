@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "drawing/FindingWords.h"
 #include "drawing/ShapeWords.h"
 #include "drawing/Text.h"
 
@@ -144,6 +145,10 @@ EMSCRIPTEN_KEEPALIVE unsigned NumberOfPage(int page) {
   return ExportedDrawing::Open().comparison->Pages().at(static_cast<std::size_t>(page));
 }
 
+// What was drawn, in a line.
+EMSCRIPTEN_KEEPALIVE const char* DrawingInWords() {
+  return Answer(orxdrawing::DescribeDrawing(ExportedDrawing::Open().Side(0).Summary(), 1));
+}
 // What is lost or different, the gravest first.
 EMSCRIPTEN_KEEPALIVE int FindingCount() {
   return static_cast<int>(ExportedDrawing::Open().Side(0).Findings().size());
@@ -152,19 +157,14 @@ EMSCRIPTEN_KEEPALIVE const char* SeverityOfFinding(int finding) {
   return Answer(orxdrawing::TextOf(orxdrawing::KindOf(FindingAt(finding).loss).severity));
 }
 EMSCRIPTEN_KEEPALIVE const char* MeaningOfFinding(int finding) {
-  return Answer(orxdrawing::KindOf(FindingAt(finding).loss).means);
+  return AnswerEscaped(orxdrawing::MeaningOf(FindingAt(finding)));
 }
 EMSCRIPTEN_KEEPALIVE const char* NameOfFinding(int finding) {
   return AnswerEscaped(FindingAt(finding).name);
 }
-EMSCRIPTEN_KEEPALIVE const char* DetailOfFinding(int finding) {
-  return AnswerEscaped(FindingAt(finding).detail);
-}
 EMSCRIPTEN_KEEPALIVE double TimesOfFinding(int finding) {
   return static_cast<double>(FindingAt(finding).count);
 }
-// Of widths: drawn to meant; 0 for others.
-EMSCRIPTEN_KEEPALIVE double RatioOfFinding(int finding) { return FindingAt(finding).ratio; }
 // Its first places in the file.
 EMSCRIPTEN_KEEPALIVE int PlacesOfFinding(int finding) {
   return static_cast<int>(FindingAt(finding).places.size());

@@ -6,8 +6,11 @@
 #include <stdexcept>
 #include <utility>
 
+#include "drawing/FileChecks.h"
+#include "drawing/FindingWords.h"
 #include "drawing/PageFilter.h"
 #include "framework/InputStreams.h"
+#include "framework/TextStream.h"
 #include "host/ORXOMModule.h"
 #include "web/JudgedGatherer.h"
 
@@ -54,6 +57,11 @@ orxdrawing::DocumentComments CommentsOf(std::string_view text) {
   });
 }
 
+std::unique_ptr<ORXPrintInterpreter> MakeInterpreter(PrintInputStream& input) {
+  const ORXFactoryFunction factory = ORXFillDictionary::Find("ORXPrintEPSInterpreter");
+  return std::unique_ptr<ORXPrintInterpreter>(static_cast<ORXPrintInterpreter*>(factory(&input)));
+}
+
 // The pages and the index take the same shapes.
 class Fork final : public orxdrawing::ShapeSink {
 public:
@@ -98,13 +106,14 @@ void OpenDocument::Draw(PageReceiver& receiver, Progress progress) {
   PageSink pages(
       receiver, [this](std::uint32_t page) { return AreaOf(page); },
       PageSettings([this] { return MayGoOn(); }));
+  const orxdrawing::PageAnswers answers = AskAboutPages();
   Fork both(pages, index);
   orxdrawing::LossJudge lossJudge;
   judge = &lossJudge;
   Run(both, index);
   judge = nullptr;
   pages.Finish();
-  KeepFindings(lossJudge);
+  KeepFindings(lossJudge.Found(), answers);
   lostPoints = pages.LostPoints();
 }
 
@@ -115,10 +124,7 @@ void OpenDocument::Gather(Progress progress) {
 
 void OpenDocument::Run(orxdrawing::ShapeSink& sink, orxdrawing::PlacedSink& placed) {
   orxframework::MemoryInputStream input(postScript);
-  PrintInputStream* const stream = &input;
-  const ORXFactoryFunction factory = ORXFillDictionary::Find("ORXPrintEPSInterpreter");
-  const std::unique_ptr<ORXPrintInterpreter> interpreter(
-      static_cast<ORXPrintInterpreter*>(factory(stream)));
+  const auto interpreter = MakeInterpreter(input);
   auto* const watchable = dynamic_cast<ORXWatchable*>(interpreter.get());
   if (!watchable) throw std::bad_alloc();
   orxdrawing::PageFilter filter(sink, orxdrawing::PageFilter::Pages::All, comments.pageStarts);
@@ -148,11 +154,28 @@ void OpenDocument::Noted(const ORXNote& note) noexcept {
   }
 }
 
-void OpenDocument::KeepFindings(orxdrawing::LossJudge& lossJudge) {
-  for (orxdrawing::Finding& finding : lossJudge.Found().Sorted()) {
-    const bool isVisible =
-        orxdrawing::KindOf(finding.loss).severity > orxdrawing::Severity::NoEffect;
-    if (isVisible) findings.push_back(std::move(finding));
+orxdrawing::PageAnswers OpenDocument::AskAboutPages() {
+  orxframework::TextStream text;
+  const auto interpreter = MakeInterpreter(text);
+  auto* const watchable = dynamic_cast<ORXWatchable*>(interpreter.get());
+  if (!watchable) throw std::bad_alloc();
+  watchable->SetWatcher(this);
+  orxdrawing::Questioner questioner(comments.lines, *interpreter,
+                                    [&text](std::string_view shown) { text.Show(shown); });
+  orxdrawing::PageAnswers answers = questioner.AskAboutDocument();
+  for (const std::uint32_t page : orxdrawing::PagesToCheck(answers)) {
+    if (!MayGoOn()) break;
+    answers.pages.push_back(questioner.AskAboutPage(page));
+  }
+  return answers;
+}
+
+void OpenDocument::KeepFindings(orxdrawing::Findings& found,
+                                const orxdrawing::PageAnswers& answers) {
+  orxdrawing::CheckFile({comments, offset > 0, answers}, kPointsPerMillimetre, found);
+  summary = found.summary;
+  for (orxdrawing::Finding& finding : found.Sorted()) {
+    if (orxdrawing::IsVisible(finding)) findings.push_back(std::move(finding));
   }
 }
 

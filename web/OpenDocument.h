@@ -13,6 +13,7 @@
 #include "drawing/DocumentComments.h"
 #include "drawing/Extent.h"
 #include "drawing/LossJudge.h"
+#include "drawing/PageAnswers.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "web/PageSink.h"
@@ -43,8 +44,9 @@ public:
   [[nodiscard]] const orxdrawing::DocumentComments& Comments() const { return comments; }
   [[nodiscard]] const ShapeIndex& Index() const { return index; }
   [[nodiscard]] std::uint64_t LostPoints() const { return lostPoints; }
-  // What of it can be seen to be lost or different, the gravest first.
+  // What of it can be seen to be lost or different, the gravest first, and what was drawn.
   [[nodiscard]] const std::vector<orxdrawing::Finding>& Findings() const { return findings; }
+  [[nodiscard]] const orxdrawing::DrawingSummary& Summary() const { return summary; }
 
 private:
   bool MayGoOn() noexcept override;
@@ -53,7 +55,8 @@ private:
 
   // One pass over the document whose pages go to the sink, which `placed` may stand behind.
   void Run(orxdrawing::ShapeSink& sink, orxdrawing::PlacedSink& placed);
-  void KeepFindings(orxdrawing::LossJudge& lossJudge);
+  [[nodiscard]] orxdrawing::PageAnswers AskAboutPages();
+  void KeepFindings(orxdrawing::Findings& found, const orxdrawing::PageAnswers& answers);
   [[nodiscard]] bool NeedsMeasuring() const;
   [[nodiscard]] orxdrawing::Box AreaOf(std::uint32_t page) const;
 
@@ -69,6 +72,7 @@ private:
   orxdrawing::LossJudge* judge = nullptr;
   bool isOutOfMemory = false;
   std::vector<orxdrawing::Finding> findings;
+  orxdrawing::DrawingSummary summary;
   std::uint64_t lostPoints = 0;
 };
 

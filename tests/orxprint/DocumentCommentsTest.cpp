@@ -9,10 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "drawing/PageAnswers.h"
 #include "framework/InputStreams.h"
+#include "framework/TextStream.h"
 #include "host/ORXOMModule.h"
 #include "host/ORXPrintInterpreter.h"
-#include "orxprint/PageAnswers.h"
 
 namespace orxprint {
 namespace {
@@ -146,16 +147,17 @@ TEST(Questioner, AnswersFromFewLinesWhatTheLibraryAnswersFromAll) {
       "",
   };
   for (const std::string& document : documents) {
-    TextStream text;
+    orxframework::TextStream text;
     const std::unique_ptr<ORXPrintInterpreter> interpreter(static_cast<ORXPrintInterpreter*>(
         ORXFillDictionary::Find("ORXPrintEPSInterpreter")(static_cast<PrintInputStream*>(&text))));
-    Questioner questioner(document, *interpreter, text);
+    orxdrawing::Questioner questioner(document, *interpreter,
+                                      [&text](std::string_view shown) { text.Show(shown); });
     for (const std::uint32_t page : {0U, 1U, 2U, 3U, 4U, 99U, 2147483647U, 4294967295U}) {
-      const PageAnswers::Page answer = questioner.AskAboutPage(page);
+      const orxdrawing::PageAnswers::Page answer = questioner.AskAboutPage(page);
       text.Show(document);
       interpreter->SetAllPages(0);
       interpreter->SetCurrentPage(page);
-      PageSize size;
+      orxdrawing::PageSize size;
       ORXUnicodeString label;
       const bool hasSize = interpreter->GetPageSize(&size.width, &size.height) != 0;
       const bool hasLabel = interpreter->GetPageLabel(label) != 0;

@@ -37,37 +37,28 @@ export function aboutEnd(source, end) {
   return messages;
 }
 
-// What a finding means, with its figures.
-function meaningOf({ meaning, ratio, detail }) {
-  const widths =
-    ratio >= 1
-      ? `up to ${ratio.toFixed(1)} times as wide as`
-      : `down to 1/${(1 / ratio).toFixed(1)} of the width`;
-  const text = ratio > 0 ? `lines are ${widths} meant: ${meaning}` : meaning;
-  return detail === '' ? text : `${text} (${detail})`;
-}
-
 // A finding in a sentence: what it means, what it comes from, how often and where.
 function aboutFinding(source, finding) {
-  const { name, times, places } = finding;
+  const { name, meaning, times, places } = finding;
   const inFile = places.filter((byte) => byte >= 0);
   const lines = [...new Set(inFile.map((byte) => source.lines.lineOf(byte) + 1))];
   const more = times > places.length ? ', …' : '';
   const word = lines.length === 1 ? 'line' : 'lines';
   const where = lines.length === 0 ? '' : `; ${word} ${lines.join(', ')}${more}`;
   const cause = name === '' ? '' : `${name}: `;
-  const text = `${cause}${meaningOf(finding)}. ${times} ×${where}`;
+  const text = `${cause}${meaning}. ${times} ×${where}`;
   return { title: finding.severity, text, marks: [inFile] };
 }
 
 // What is lost or different in a file, as a list of remarks.
-export function aboutFindings(source, findings) {
-  const kinds = findings.length === 1 ? 'kind' : 'kinds';
+export function aboutFindings(source, { items, drawn }) {
+  const kinds = items.length === 1 ? 'kind' : 'kinds';
   const summary =
-    findings.length === 0
+    items.length === 0
       ? 'Nothing is known to be lost or to differ'
-      : `${findings.length} ${kinds} of content lost or different`;
-  return { summary, items: findings.map((finding) => aboutFinding(source, finding)) };
+      : `${items.length} ${kinds} of content lost or different`;
+  const note = `Drawn: ${drawn}.`;
+  return { summary, items: items.map((finding) => aboutFinding(source, finding)), note };
 }
 
 export function aboutShape(source, shape) {

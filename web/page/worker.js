@@ -71,7 +71,7 @@
     if (!isDrawn) return;
     const ends = list(files.length, describeEnd);
     if (isComparison) tell('drawn', { ends, comparison: describeComparison() });
-    else tell('drawn', { ends, findings: list(interpreter._FindingCount(), describeFinding) });
+    else tell('drawn', { ends, findings: describeFindings() });
   }
 
   function describeEnd(side) {
@@ -85,14 +85,17 @@
     };
   }
 
+  function describeFindings() {
+    const items = list(interpreter._FindingCount(), describeFinding);
+    return { items, drawn: text(interpreter._DrawingInWords()) };
+  }
+
   function describeFinding(i) {
     return {
       severity: text(interpreter._SeverityOfFinding(i)),
       meaning: text(interpreter._MeaningOfFinding(i)),
       name: text(interpreter._NameOfFinding(i)),
-      detail: text(interpreter._DetailOfFinding(i)),
       times: interpreter._TimesOfFinding(i),
-      ratio: interpreter._RatioOfFinding(i),
       places: list(interpreter._PlacesOfFinding(i), (place) => interpreter._PlaceOfFinding(i, place)),
     };
   }

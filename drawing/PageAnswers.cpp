@@ -1,10 +1,11 @@
-#include "orxprint/PageAnswers.h"
+#include "drawing/PageAnswers.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
@@ -42,8 +43,8 @@ std::uint32_t NumberOf(std::string_view field) {
 }  // namespace
 
 Questioner::Questioner(std::string_view commentLines, ORXPrintInterpreter& itsInterpreter,
-                       TextStream& input)
-    : lines(commentLines), interpreter(itsInterpreter), text(input) {
+                       ShowText showText)
+    : lines(commentLines), interpreter(itsInterpreter), show(std::move(showText)) {
   bool ended = false;
   for (std::string_view rest = lines; !rest.empty();) {
     const std::size_t end = std::min(rest.find('\n'), rest.size() - 1);
@@ -88,7 +89,7 @@ void Questioner::TakeLine(std::string_view line) {
 }
 
 PageAnswers Questioner::AskAboutDocument() {
-  text.Show(lines);
+  show(lines);
   interpreter.SetAllPages(1);
   PageAnswers answers;
   answers.count = AskCount(interpreter);
@@ -100,16 +101,16 @@ PageAnswers::Page Questioner::AskAboutPage(std::uint32_t page) {
   interpreter.SetAllPages(0);
   PageAnswers::Page answer;
   if (const auto found = labelLines.find(page); found != labelLines.end()) {
-    text.Show(found->second);
+    show(found->second);
     interpreter.SetCurrentPage(page);
     ORXUnicodeString label;
     if (interpreter.GetPageLabel(label) != 0) answer.label = label.ToUtf8();
   }
   const auto found = sizeLines.find(page);
-  text.Show(found == sizeLines.end() ? documentSizeLine : found->second);
+  show(found == sizeLines.end() ? documentSizeLine : found->second);
   interpreter.SetCurrentPage(found == sizeLines.end() ? 0 : 1);
   answer.size = AskSize(interpreter);
   return answer;
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing

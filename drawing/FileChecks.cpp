@@ -1,28 +1,26 @@
-#include "orxprint/FileChecks.h"
+#include "drawing/FileChecks.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string_view>
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
-using orxdrawing::DrawingSummary;
-using orxdrawing::Findings;
-using orxdrawing::Loss;
-
+constexpr std::uint32_t kMostLabelsAsked = 100;
 constexpr std::size_t kLongestCommentLine = 255;
 // How far a drawing may reach beyond its box, for lines have widths: points, and a share of it.
 constexpr double kBeyondPoints = 2;
 constexpr double kBeyondShare = 0.02;
 
-void CheckBeginning(const Document& document, Findings& findings) {
+void CheckBeginning(const CheckedFile& file, Findings& findings) {
   const DrawingSummary& drawn = findings.summary;
   const bool isBlank = drawn.strokes + drawn.fills + drawn.images == 0;
   if (isBlank) findings.Add(Loss::NothingDrawn, "", {});
-  if (document.Comments().startsLikePostScript) return;
+  if (file.comments.startsLikePostScript) return;
   if (isBlank) findings.Add(Loss::NotPostScript, "", {});
-  if (document.Offset() > 0) findings.Add(Loss::OddHeader, "", {});
+  if (file.hasPreview) findings.Add(Loss::OddHeader, "", {});
 }
 
 bool IsBeyond(const Box& drawn, const Box& box) {
@@ -32,7 +30,7 @@ bool IsBeyond(const Box& drawn, const Box& box) {
          drawn.right > box.right + x || drawn.top > box.top + y;
 }
 
-void CheckBox(const DocumentComments& comments, Units units, Findings& findings) {
+void CheckBox(const DocumentComments& comments, double scale, Findings& findings) {
   if (!comments.box) {
     const bool isThere = comments.lines.find("%%BoundingBox:") != std::string::npos;
     findings.Add(isThere ? Loss::OddBox : Loss::NoBox, "%%BoundingBox", {});
@@ -40,7 +38,6 @@ void CheckBox(const DocumentComments& comments, Units units, Findings& findings)
   }
   const DrawingSummary& drawn = findings.summary;
   if (!drawn.hasExtent || !comments.pageBoxes.empty()) return;
-  const double scale = units.pointsPerUnit;
   const Box& extent = drawn.extent;
   if (IsBeyond(
           {extent.left * scale, extent.bottom * scale, extent.right * scale, extent.top * scale},
@@ -73,13 +70,17 @@ void CheckCommentLines(std::string_view lines, Findings& findings) {
 
 }  // namespace
 
-void CheckFile(const Document& document, const PageAnswers& answers, Units units,
-               Findings& findings) {
-  const DocumentComments& comments = document.Comments();
-  CheckBeginning(document, findings);
-  CheckBox(comments, units, findings);
-  CheckPages(comments, answers, findings);
-  CheckCommentLines(comments.lines, findings);
+std::vector<std::uint32_t> PagesToCheck(const PageAnswers& answers) {
+  std::vector<std::uint32_t> pages(std::min(answers.count.value_or(0), kMostLabelsAsked));
+  std::iota(pages.begin(), pages.end(), 1U);
+  return pages;
 }
 
-}  // namespace orxprint
+void CheckFile(const CheckedFile& file, double pointsPerUnit, Findings& findings) {
+  CheckBeginning(file, findings);
+  CheckBox(file.comments, pointsPerUnit, findings);
+  CheckPages(file.comments, file.answers, findings);
+  CheckCommentLines(file.comments.lines, findings);
+}
+
+}  // namespace orxdrawing

@@ -13,10 +13,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "framework/InputStreams.h"
 #include "host/ORXPrintInterpreter.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 // In the interpreter's units.
 struct PageSize {
@@ -37,35 +36,13 @@ struct PageAnswers {
 // More pages than this are not asked about one by one.
 inline constexpr std::uint32_t kMostAskedPages = 10'000;
 
-// Texts as an interpreter's input, one after the other.
-class TextStream final : public PrintInputStream {
-public:
-  // The text is borrowed until the next takes its place.
-  void Show(std::string_view text) { stream.emplace(text); }
+// Makes a text the input of an interpreter. The text is borrowed until the next takes its place.
+using ShowText = std::function<void(std::string_view text)>;
 
-  int Open(const char* mode) override { return stream->Open(mode); }
-  int Read(void* buffer, int count, int* countRead) override {
-    return stream->Read(buffer, count, countRead);
-  }
-  int ReadByte(char* byte) override { return stream->ReadByte(byte); }
-  int SetPosition(unsigned position) override { return stream->SetPosition(position); }
-  int Seek(int offset, int origin) override { return stream->Seek(offset, origin); }
-  int UnreadByte(char byte) override { return stream->UnreadByte(byte); }
-  int GetPosition(unsigned* position) override { return stream->GetPosition(position); }
-  int IsReadable() override { return stream->IsReadable(); }
-  int Close() override { return stream->Close(); }
-  int HasMoreData() override { return stream->HasMoreData(); }
-  int GetState() override { return stream->GetState(); }
-  int ClearEndOfFile() override { return stream->ClearEndOfFile(); }
-
-private:
-  std::optional<orxframework::MemoryInputStream> stream{std::in_place, std::string_view()};
-};
-
-// Puts questions to an interpreter. Borrows the lines, the interpreter and its input.
+// Puts questions to an interpreter. Borrows the lines and the interpreter.
 class Questioner {
 public:
-  Questioner(std::string_view commentLines, ORXPrintInterpreter& itsInterpreter, TextStream& input);
+  Questioner(std::string_view commentLines, ORXPrintInterpreter& itsInterpreter, ShowText showText);
 
   // Count and size of the document as a whole.
   [[nodiscard]] PageAnswers AskAboutDocument();
@@ -77,7 +54,7 @@ private:
 
   std::string_view lines;
   ORXPrintInterpreter& interpreter;
-  TextStream& text;
+  ShowText show;
 
   // Lines with a word "%%Page:" by each number among the first fields behind their first colon, for
   // one of those is the page's.
@@ -87,4 +64,4 @@ private:
   std::uint32_t pageComments = 0;
 };
 
-}  // namespace orxprint
+}  // namespace orxdrawing
