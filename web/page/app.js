@@ -72,20 +72,26 @@ function update(drawing) {
   dialog.offer(drawings.filter((each) => each.isRead));
   if (drawing !== shown) return;
   showSources(drawing);
-  const page = drawing.pages[drawing.page];
-  if (page && viewer.area !== page.area) viewer.show(page.area, page.address);
-  const width = page ? page.area.right - page.area.left : 0;
-  const height = page ? page.area.top - page.area.bottom : 0;
+  showPage(drawing);
   const count = drawing.pages.length;
-  const isInPlace = page && page.number === drawing.page + 1;
-  const number = isInPlace || !page ? '' : ` ${page.number}`;
-  byId('size').value = page ? `Page${number} ${size(width, height)}` : '–';
   byId('page-number').value = count === 0 ? '–' : `${drawing.page + 1} / ${count}`;
   byId('previous').disabled = drawing.page === 0;
   byId('next').disabled = drawing.page + 1 >= count;
   showProgress(drawing);
   byId('messages').replaceChildren(...drawing.messages.map(messageItem));
   remarks.show(drawing.remarks);
+}
+
+function showPage(drawing) {
+  const page = drawing.pages[drawing.page];
+  if (!page) {
+    byId('size').value = '–';
+    return;
+  }
+  const { area, address, number } = page;
+  if (viewer.area !== area) viewer.show(area, address);
+  const name = number === drawing.page + 1 ? 'Page' : `Page ${number}`;
+  byId('size').value = `${name} ${size(area.right - area.left, area.top - area.bottom)}`;
 }
 
 // Of a comparison both files, each under its name.

@@ -3,6 +3,7 @@
 const MOST_SHOWN = 400; // characters of one line
 const BEFORE_FOCUS = 60;
 
+const TAB = 9;
 const NEWLINE = 10;
 const RETURN = 13;
 
@@ -22,6 +23,12 @@ function findStarts(bytes) {
     starts[count++] = i + 1;
   }
   return starts.slice(0, count);
+}
+
+// Bytes beyond ASCII and control characters are shown as a dot.
+function shownAs(byte) {
+  if (byte === TAB) return '  ';
+  return byte >= 32 && byte < 127 ? String.fromCharCode(byte) : '·';
 }
 
 export class Lines {
@@ -54,8 +61,7 @@ export class Lines {
     return low;
   }
 
-  // What a line shows; of a long one the part around a byte of interest. Bytes beyond ASCII and
-  // control characters are shown as a dot.
+  // What a line shows; of a long one the part around a byte of interest.
   text(line, focus = -1) {
     const end = this.end(line);
     let start = this.start(line);
@@ -65,8 +71,7 @@ export class Lines {
     for (let i = start; i < Math.min(end, start + MOST_SHOWN); ++i) {
       const byte = this.bytes[i];
       if (byte === NEWLINE || byte === RETURN) break;
-      if (byte === 9) text += '  ';
-      else text += byte >= 32 && byte < 127 ? String.fromCharCode(byte) : '·';
+      text += shownAs(byte);
     }
     return start + MOST_SHOWN < end ? `${text}… (${end - this.start(line)} bytes)` : text;
   }
