@@ -11,6 +11,7 @@ import base64
 import json
 import os
 import pathlib
+import random
 import subprocess
 import tempfile
 import unittest
@@ -74,6 +75,13 @@ for (const [name, content] of arguments[0]) {
 const event = new DragEvent('drop', {dataTransfer: transfer, bubbles: true, cancelable: true});
 document.getElementById('stage').dispatchEvent(event);
 """
+# How long it took from the choice of a file until its page was painted.
+SHOWN = """
+const done = arguments[arguments.length - 1];
+const painted = () => requestAnimationFrame(
+    () => requestAnimationFrame(() => done(performance.now() - window.begin)));
+document.getElementById('picture').decode().then(painted);
+"""
 # Keeps every drawing that the page makes an address for.
 KEEP_DRAWINGS = """
 window.drawings = [];
@@ -83,6 +91,21 @@ URL.createObjectURL = (blob) => {
   return make(blob);
 };
 """
+
+
+def many_lines(size):
+    """A drawing of so many bytes: polylines of 500 short lines, all over the page."""
+    chance = random.Random(1)
+    text = ["%!PS-Adobe-3.0 EPSF-3.0\n%%BoundingBox: 0 0 600 800\n"]
+    while len(text) * 500 * 23 < size:
+        x, y = chance.uniform(50, 550), chance.uniform(50, 750)
+        line = [f"{x:.3f} {y:.3f} moveto"]
+        for _ in range(500):
+            x += chance.uniform(-5, 5)
+            y += chance.uniform(-5, 5)
+            line.append(f"{x:7.3f} {y:7.3f} lineto")
+        text.append("\n".join(line) + "\nstroke\n")
+    return "".join(text).encode()
 
 
 def start_browser():
@@ -320,6 +343,18 @@ class PageTest(unittest.TestCase):
         self.assertEqual(self.text("messages"), "")
         self.click(100, 50)
         self.wait(lambda: "A stroke" in self.text("shape"))
+
+    def test_ten_megabytes_of_lines_appear_within_three_seconds(self):
+        with tempfile.TemporaryDirectory() as folder:
+            file = pathlib.Path(folder) / "lines.eps"
+            file.write_bytes(many_lines(10_000_000))
+            self.browser.execute_script(
+                "document.addEventListener('change',"
+                "  () => { window.begin = performance.now(); }, true);")
+            self.element("files").send_keys(str(file))
+            self.wait(lambda: self.text("page-number") == "1 / 1")
+            milliseconds = self.browser.execute_async_script(SHOWN)
+        self.assertLess(milliseconds, 3000)
 
     def test_nothing_can_leave_the_page(self):
         blocked = self.browser.execute_async_script(
