@@ -26,6 +26,8 @@ public:
     Visit(contours, visit, [&](std::span<const float> coordinates) { CutArea(coordinates); });
   }
 
+  // Whether nothing is left out or cut.
+  [[nodiscard]] bool IsClean(std::span<const float> coordinates) const;
   // How many points were left out because they are not finite.
   [[nodiscard]] std::uint64_t LostPoints() const { return lostPoints; }
 
@@ -48,7 +50,6 @@ private:
       }
     }
   }
-  [[nodiscard]] bool IsClean(std::span<const float> coordinates) const;
   // Both leave their result in `cleaned` and `pieces`.
   void CutLine(std::span<const float> coordinates);
   void CutArea(std::span<const float> coordinates);

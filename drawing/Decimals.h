@@ -25,24 +25,30 @@ inline constexpr int kMostDecimals = 9;
 
 class DecimalPoints {
 public:
+  // With all decimals, still a whole number in double precision.
+  static constexpr double kMostPoints = 4'000'000;
+
   explicit DecimalPoints(double unitInPoints) : pointsPerUnit(unitInPoints) {}
 
-  [[nodiscard]] Decimal Of(float value) const {
+  [[nodiscard]] Decimal Of(float value, int mostDecimals = kMostDecimals) const {
     const double points = value * pointsPerUnit;
     if (!(std::abs(points) < kMostPoints)) return {};
-    for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
-      const double shifted = points * kPowers[decimals];
-      const auto mantissa = static_cast<std::int64_t>(shifted < 0 ? shifted - 0.5 : shifted + 0.5);
+    for (int decimals = 0; decimals <= mostDecimals; ++decimals) {
+      const std::int64_t mantissa = Mantissa(points, decimals);
       const double read = static_cast<double>(mantissa) / kPowers[decimals];
       if (static_cast<float>(read / pointsPerUnit) == value) return {mantissa, decimals, true};
     }
     return {};
   }
-  [[nodiscard]] double PointsOf(float value) const { return value * pointsPerUnit; }
+  // The nearest of so many decimals. REQUIRES: fewer than kMostPoints points.
+  [[nodiscard]] static Decimal Nearest(double points, int decimals) {
+    return {Mantissa(points, decimals), decimals, false};
+  }
+  [[nodiscard]] double PointsOf(double value) const { return value * pointsPerUnit; }
   // Adds the number of points, whatever the value is.
   void Add(TextBuffer& text, float value, NumberForm form = NumberForm::Free) const;
 
-  // b - a; exact, as both are.
+  // b - a, without rounding.
   [[nodiscard]] static Decimal Difference(const Decimal& a, const Decimal& b) {
     const int decimals = a.decimals > b.decimals ? a.decimals : b.decimals;
     return {b.mantissa * kIntegerPowers[decimals - b.decimals] -
@@ -51,8 +57,11 @@ public:
   }
 
 private:
-  // With all decimals, still a whole number in double precision.
-  static constexpr double kMostPoints = 4'000'000;
+  static std::int64_t Mantissa(double points, int decimals) {
+    const double shifted = points * kPowers[decimals];
+    return static_cast<std::int64_t>(shifted < 0 ? shifted - 0.5 : shifted + 0.5);
+  }
+
   static constexpr double kPowers[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
   static constexpr std::int64_t kIntegerPowers[] = {
       1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000, 1'000'000'000};

@@ -3,16 +3,22 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/CurveFinder.h"
+
 namespace orxdrawing {
 
 namespace {
 
 // Strokes of equal attributes share a path up to this many points: longer ones slow readers down.
 constexpr std::size_t kPointsOfFullPath = 1000;
+constexpr int kMostExactDecimals = 4;
+constexpr int kDecimalsOfOthers = 3;
 
 double Clamped(float component) {
   return std::isnan(component) ? 0.0 : std::clamp<double>(component, 0, 1);
 }
+
+bool IsFar(double points) { return !(std::abs(points) < DecimalPoints::kMostPoints); }
 
 bool EndsWhereItBegins(std::span<const float> coordinates) {
   const std::size_t size = coordinates.size();
@@ -22,8 +28,20 @@ bool EndsWhereItBegins(std::span<const float> coordinates) {
 
 }  // namespace
 
+Decimal PdfContent::NumberOf(float value) const {
+  const Decimal exact = decimals.Of(value, kMostExactDecimals);
+  if (exact.isExact) return exact;
+  return DecimalPoints::Nearest(decimals.PointsOf(value), kDecimalsOfOthers);
+}
+
 void PdfContent::AddNumber(float value) {
-  decimals.Add(text, value, NumberForm::Plain);
+  if (IsFar(decimals.PointsOf(value))) return AddNumber(decimals.PointsOf(value));
+  AddNumber(NumberOf(value));
+}
+
+void PdfContent::AddNumber(double points) {
+  if (!IsFar(points)) return AddNumber(DecimalPoints::Nearest(points, kDecimalsOfOthers));
+  text.AddNumber(points, NumberForm::Plain);
   text.Add(' ');
 }
 
@@ -63,17 +81,23 @@ void PdfContent::SetStyle(const StrokeStyle& wanted) {
 }
 
 void PdfContent::Draw(const StrokeShape& stroke) {
+  if (heldFill.IsThere() && heldFill.IsEdgedBy(stroke) &&
+      cleaner.IsClean(stroke.contours.coordinates)) {
+    return WriteEdged(heldFill.Release(), stroke);
+  }
+  WriteHeldFill();
   SetStyle({stroke.colour, stroke.width, stroke.cap});
-  cleaner.VisitLines(stroke.contours, [this](std::span<const float> line) {
-    if (line.size() < 4) return;
-    openPoints += line.size() / 2;
-    const bool isClosed = EndsWhereItBegins(line);
-    if (isClosed) line = line.first(line.size() - 2);
-    if (isClosed && AddRectangle(line)) return;
-    AddContour(line);
-    if (isClosed) text.Add("h\n");
-  });
+  cleaner.VisitLines(stroke.contours, [this](std::span<const float> line) { AddLine(line); });
   if (openPoints >= kPointsOfFullPath) EndPath();
+}
+
+void PdfContent::AddLine(std::span<const float> line) {
+  if (line.size() < 4) return;
+  openPoints += line.size() / 2;
+  const bool isClosed = EndsWhereItBegins(line);
+  if (isClosed && AddRectangle(line.first(line.size() - 2))) return;
+  AddContour(line, isClosed);
+  if (isClosed) text.Add("h\n");
 }
 
 void PdfContent::EndPath() {
@@ -81,26 +105,80 @@ void PdfContent::EndPath() {
   openPoints = 0;
 }
 
-void PdfContent::Draw(const FillShape& fill) {
+void PdfContent::Flush() {
+  WriteHeldFill();
   EndPath();
-  if (fillColour != fill.colour) AddColour(fill.colour, "g\n", "rg\n");
-  fillColour = fill.colour;
+}
+
+void PdfContent::Draw(const FillShape& fill) {
+  WriteHeldFill();
+  if (!heldFill.Take(fill)) Write(fill);
+}
+
+void PdfContent::WriteHeldFill() {
+  if (heldFill.IsThere()) Write(heldFill.Release());
+}
+
+void PdfContent::SetFillColour(const Colour& colour) {
+  EndPath();
+  if (fillColour != colour) AddColour(colour, "g\n", "rg\n");
+  fillColour = colour;
+}
+
+void PdfContent::Write(const FillShape& fill) {
+  SetFillColour(fill.colour);
   bool isEmpty = true;
   cleaner.VisitAreas(fill.contours, [&](std::span<const float> area) {
     if (area.size() < 6) return;
-    if (EndsWhereItBegins(area)) area = area.first(area.size() - 2);
-    if (!AddRectangle(area)) AddContour(area);
+    const bool isClosed = EndsWhereItBegins(area);
+    if (!AddRectangle(isClosed ? area.first(area.size() - 2) : area)) AddContour(area, isClosed);
     isEmpty = false;
   });
   if (!isEmpty) text.Add(fill.rule == FillRule::EvenOdd ? "f*\n" : "f\n");
 }
 
-void PdfContent::AddContour(std::span<const float> coordinates) {
-  for (std::size_t i = 0; i < coordinates.size(); i += 2) {
+void PdfContent::WriteEdged(const FillShape& fill, const StrokeShape& stroke) {
+  SetFillColour(fill.colour);
+  SetStyle({stroke.colour, stroke.width, stroke.cap});
+  cleaner.VisitLines(stroke.contours, [this](std::span<const float> line) { AddLine(line); });
+  if (openPoints > 0) text.Add(fill.rule == FillRule::EvenOdd ? "B*\n" : "B\n");
+  openPoints = 0;
+}
+
+void PdfContent::AddContour(std::span<const float> coordinates, bool isClosed) {
+  const std::size_t last = coordinates.size() - 2;
+  const auto repeats = [&](std::size_t i) {
+    return coordinates[i] == coordinates[i - 2] && coordinates[i + 1] == coordinates[i - 1];
+  };
+  for (std::size_t i = 0; i <= last; i += 2) {
+    if (i > 0 && repeats(i)) {
+      // A curve begins with the point that is there already.
+      if (AddCurve(coordinates.subspan(i))) {
+        i += 2 * (kCurvePoints - 1);
+        continue;
+      }
+      if (i < last && !repeats(i + 2)) continue;
+    }
+    if (i == last && isClosed) break;
     AddNumber(coordinates[i]);
     AddNumber(coordinates[i + 1]);
     text.Add(i == 0 ? "m\n" : "l\n");
   }
+}
+
+bool PdfContent::AddCurve(std::span<const float> coordinates) {
+  constexpr std::size_t kSize = 2 * kCurvePoints;
+  if (coordinates.size() < kSize) return false;
+  const auto controls = FindCurve(coordinates.first(kSize), curveTolerance);
+  if (!controls) return false;
+  for (const Point& point : {controls->first, controls->second}) {
+    AddNumber(decimals.PointsOf(point.x));
+    AddNumber(decimals.PointsOf(point.y));
+  }
+  AddNumber(coordinates[kSize - 2]);
+  AddNumber(coordinates[kSize - 1]);
+  text.Add("c\n");
+  return true;
 }
 
 // The operator goes along x first; a rectangle that goes along y first is told from its second
@@ -114,12 +192,14 @@ bool PdfContent::AddRectangle(std::span<const float> corners) {
            y(first + 2) == y(first + 3) && x(first + 3) == x(first);
   };
   if (!isUpright(0) && !isUpright(1)) return false;
+  if (std::ranges::any_of(corners, [this](float v) { return IsFar(decimals.PointsOf(v)); })) {
+    return false;
+  }
   const std::size_t first = isUpright(0) ? 0 : 1;
-  const Decimal left = decimals.Of(x(first));
-  const Decimal right = decimals.Of(x(first + 2));
-  const Decimal bottom = decimals.Of(y(first));
-  const Decimal top = decimals.Of(y(first + 2));
-  if (!left.isExact || !right.isExact || !bottom.isExact || !top.isExact) return false;
+  const Decimal left = NumberOf(x(first));
+  const Decimal right = NumberOf(x(first + 2));
+  const Decimal bottom = NumberOf(y(first));
+  const Decimal top = NumberOf(y(first + 2));
   AddNumber(left);
   AddNumber(bottom);
   AddNumber(DecimalPoints::Difference(left, right));
@@ -130,7 +210,7 @@ bool PdfContent::AddRectangle(std::span<const float> corners) {
 
 // Image objects fill the unit square, their first row at its top.
 void PdfContent::Draw(const ImageShape& shape, std::string_view name) {
-  EndPath();
+  Flush();
   const auto add = [this](double number) {
     text.AddNumber(number, NumberForm::Plain);
     text.Add(' ');

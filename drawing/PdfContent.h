@@ -1,5 +1,8 @@
 // The operators of a PDF page's content: paths and their attributes, each told when it changes.
-// Coordinates are points with all the digits that the interpreter's floats have.
+//
+// Coordinates of up to four decimals are written as the document has them, others, which come of
+// computing, to the nearest thousandth of a point. Chords no further from their curve than a
+// fiftieth of a point become that curve again.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +12,7 @@
 
 #include "drawing/ContourCleaner.h"
 #include "drawing/Decimals.h"
+#include "drawing/HeldFill.h"
 #include "drawing/Shapes.h"
 #include "drawing/TextBuffer.h"
 
@@ -18,18 +22,23 @@ class PdfContent {
 public:
   // The text is borrowed.
   PdfContent(TextBuffer& textBuffer, const Box& area, double pointsPerUnit)
-      : text(textBuffer), decimals(pointsPerUnit), cleaner(area, pointsPerUnit) {}
+      : text(textBuffer),
+        decimals(pointsPerUnit),
+        cleaner(area, pointsPerUnit),
+        curveTolerance(kCurveTolerancePoints / pointsPerUnit) {}
 
   void Draw(const StrokeShape& stroke);
   void Draw(const FillShape& fill);
   // An image object of that name. REQUIRES: the image has an extent.
   void Draw(const ImageShape& image, std::string_view name);
-  // Paints what is still open.
-  void EndPath();
+  // Paints what is still open, or waits for what comes next.
+  void Flush();
 
   [[nodiscard]] std::uint64_t LostPoints() const { return cleaner.LostPoints(); }
 
 private:
+  static constexpr double kCurveTolerancePoints = 0.02;
+
   struct StrokeStyle {
     Colour colour;
     float width = 1;  // points until it is first set
@@ -38,17 +47,31 @@ private:
   };
 
   void SetStyle(const StrokeStyle& style);
+  void SetFillColour(const Colour& colour);
+  void Write(const FillShape& fill);
+  void WriteEdged(const FillShape& fill, const StrokeShape& stroke);
+  void WriteHeldFill();
+  // Paints the strokes that are still open.
+  void EndPath();
+  void AddLine(std::span<const float> line);
   void AddColour(const Colour& colour, std::string_view greyOperator,
                  std::string_view colourOperator);
-  void AddContour(std::span<const float> coordinates);
+  // The last point of a closed contour is written only if a curve ends there.
+  void AddContour(std::span<const float> coordinates, bool isClosed);
+  // Whether a curve begins with the first of these points; it is then added.
+  [[nodiscard]] bool AddCurve(std::span<const float> coordinates);
   // Whether the four points are a rectangle along the axes, which is then added as such.
   [[nodiscard]] bool AddRectangle(std::span<const float> corners);
   void AddNumber(float value);
+  void AddNumber(double points);
   void AddNumber(const Decimal& number);
+  [[nodiscard]] Decimal NumberOf(float value) const;
 
   TextBuffer& text;
   DecimalPoints decimals;
   ContourCleaner cleaner;
+  double curveTolerance;  // in units
+  HeldFill heldFill;
   std::optional<StrokeStyle> style;
   Colour fillColour;
   std::size_t openPoints = 0;  // in the path of strokes that is not painted yet

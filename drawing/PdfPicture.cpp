@@ -53,14 +53,14 @@ void PdfPicture::EndContents() {
 // Between two operators contents may be parted.
 void PdfPicture::EndContentsIfLong() {
   if (packed.size() < kLongContents) return;
-  content->EndPath();
+  content->Flush();
   EndContents();
   BeginContents();
 }
 
 void PdfPicture::EndPage() {
   if (!content) return;
-  content->EndPath();
+  content->Flush();
   EndContents();
   losses.points += content->LostPoints();
   content.reset();

@@ -68,6 +68,7 @@ ShapeSink& SvgPicture::BeginPage(const PicturePage& page) {
 }
 
 void SvgPicture::Finish() {
+  WriteHeldFill();
   EndRun();
   text.Add("</g>\n</svg>\n");
   text.Flush();
@@ -111,6 +112,11 @@ void SvgPicture::AddColour(const Colour& colour) {
 }
 
 void SvgPicture::Draw(const StrokeShape& stroke) {
+  if (heldFill.IsThere() && heldFill.IsEdgedBy(stroke) &&
+      cleaner->IsClean(stroke.contours.coordinates)) {
+    return WriteEdged(heldFill.Release(), stroke);
+  }
+  WriteHeldFill();
   const StrokeStyle style{stroke.colour, stroke.width, stroke.cap};
   if (strokes != style || pathPoints >= kPointsOfFullPath) BeginStrokes(style);
   cleaner->VisitLines(stroke.contours,
@@ -121,13 +127,19 @@ void SvgPicture::BeginStrokes(const StrokeStyle& style) {
   EndRun();
   pathPoints = 0;
   strokes = style;
-  text.Add("<path fill=\"none\" stroke=\"");
+  text.Add("<path fill=\"none");
+  AddStrokeAttributes(style);
+  text.Add("\" d=\"");
+}
+
+// Behind the value of another attribute.
+void SvgPicture::AddStrokeAttributes(const StrokeStyle& style) {
+  text.Add("\" stroke=\"");
   AddColour(style.colour);
   text.Add("\" stroke-width=\"");
   AddWidth(text, style.width, NumberForm::Free);
   if (style.cap == LineCap::Round) text.Add("\" stroke-linecap=\"round");
   if (style.cap == LineCap::Square) text.Add("\" stroke-linecap=\"square");
-  text.Add("\" d=\"");
 }
 
 void SvgPicture::AddStrokeContour(std::span<const float> coordinates) {
@@ -139,7 +151,26 @@ void SvgPicture::AddStrokeContour(std::span<const float> coordinates) {
 }
 
 void SvgPicture::Draw(const FillShape& fill) {
-  const FillStyle style{fill.colour, fill.rule};
+  WriteHeldFill();
+  if (!heldFill.Take(fill)) Write(fill);
+}
+
+void SvgPicture::WriteHeldFill() {
+  if (heldFill.IsThere()) Write(heldFill.Release());
+}
+
+void SvgPicture::WriteEdged(const FillShape& fill, const StrokeShape& stroke) {
+  const FillStyle style{fill.colour, fill.rule,
+                        StrokeStyle{stroke.colour, stroke.width, stroke.cap}};
+  if (fills != style) BeginFills(style);
+  text.Add("<path d=\"");
+  cleaner->VisitLines(stroke.contours,
+                      [this](std::span<const float> line) { AddStrokeContour(line); });
+  text.Add("\"/>\n");
+}
+
+void SvgPicture::Write(const FillShape& fill) {
+  const FillStyle style{fill.colour, fill.rule, {}};
   if (fills != style) BeginFills(style);
   text.Add("<path d=\"");
   cleaner->VisitAreas(fill.contours, [this](std::span<const float> area) { AddFillContour(area); });
@@ -152,6 +183,7 @@ void SvgPicture::BeginFills(const FillStyle& style) {
   text.Add("<g fill=\"");
   AddColour(style.colour);
   if (style.rule == FillRule::EvenOdd) text.Add("\" fill-rule=\"evenodd");
+  if (style.edge) AddStrokeAttributes(*style.edge);
   text.Add("\">\n");
 }
 
@@ -167,6 +199,7 @@ void SvgPicture::Draw(const ImageShape& shape) {
     ++lostImages;
     return;
   }
+  WriteHeldFill();
   EndRun();
   const ORXPixelImage& image = *shape.image;
   text.Add(

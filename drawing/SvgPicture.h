@@ -12,6 +12,7 @@
 #include "drawing/ContourCleaner.h"
 #include "drawing/Decimals.h"
 #include "drawing/Deflater.h"
+#include "drawing/HeldFill.h"
 #include "drawing/Picture.h"
 #include "drawing/SvgPath.h"
 #include "drawing/TextBuffer.h"
@@ -43,6 +44,7 @@ private:
   struct FillStyle {
     Colour colour;
     FillRule rule = FillRule::Winding;
+    std::optional<StrokeStyle> edge;  // of paths that are stroked as well
     friend bool operator==(const FillStyle&, const FillStyle&) = default;
   };
 
@@ -53,6 +55,10 @@ private:
 
   void BeginStrokes(const StrokeStyle& style);
   void BeginFills(const FillStyle& style);
+  void Write(const FillShape& fill);
+  void WriteEdged(const FillShape& fill, const StrokeShape& stroke);
+  void WriteHeldFill();
+  void AddStrokeAttributes(const StrokeStyle& style);
   // Ends the path or the group that is open.
   void EndRun();
   void AddColour(const Colour& colour);
@@ -65,6 +71,7 @@ private:
   DecimalPoints decimals;
   SvgPath path{text, decimals};
   std::optional<ContourCleaner> cleaner;
+  HeldFill heldFill;
   std::optional<StrokeStyle> strokes;  // of the path that is open
   std::optional<FillStyle> fills;      // of the group that is open
   std::size_t pathPoints = 0;          // in the path that is open

@@ -1,6 +1,7 @@
 // What SVG and PDF say of shapes: numbers, paths, runs, images.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <random>
@@ -133,6 +134,23 @@ TEST(SvgPicture, GathersRunsOfEqualAttributes) {
             "<path d=\"M0 0l1 1 1-1\"/>\n<path d=\"M0 0l1 1 1-1\"/>\n</g>\n");
 }
 
+TEST(SvgPicture, FillsAndStrokesOnePathAtOnce) {
+  const std::vector<std::uint32_t> lengths = {4};
+  const std::vector<float> points = {0, 0, 4, 0, 4, 4, 0, 0};
+  const FillShape fill{{lengths, points}, {1, 1, 0}, FillRule::Winding};
+  const auto drawn = SvgOf([&](ShapeSink& page) {
+    for (int i = 0; i < 2; ++i) {
+      page.Draw(fill);
+      page.Draw(Stroke(lengths, points));
+    }
+    page.Draw(fill);
+  });
+  EXPECT_EQ(drawn,
+            "<g fill=\"#ff0\" stroke=\"#000\" stroke-width=\"1\">\n"
+            "<path d=\"M0 0h4v4Z\"/>\n<path d=\"M0 0h4v4Z\"/>\n</g>\n"
+            "<g fill=\"#ff0\">\n<path d=\"M0 0h4v4\"/>\n</g>\n");
+}
+
 TEST(SvgPicture, LeavesOutWhatIsNotFiniteAndCutsWhatIsFar) {
   constexpr float kInfinity = std::numeric_limits<float>::infinity();
   const std::vector<std::uint32_t> lengths = {4};
@@ -158,23 +176,97 @@ TEST(Base64Encoder, GivesTheSameTextHoweverTheBytesAreCut) {
   }
 }
 
-TEST(PdfContent, TellsAttributesWhenTheyChangeAndRectanglesAsSuch) {
+// What the drawing adds to a content whose units are points.
+template <typename Work>
+std::string ContentOf(Work draw) {
   std::string drawn;
   TextBuffer text(AppendTo(drawn));
   PdfContent content(text, {0, 0, 100, 100}, 1);
+  draw(content);
+  content.Flush();
+  text.Flush();
+  return drawn;
+}
+
+TEST(PdfContent, TellsAttributesWhenTheyChangeAndRectanglesAsSuch) {
   const std::vector<std::uint32_t> two = {2};
   const std::vector<std::uint32_t> five = {5};
-  const std::vector<float> line = {0, 0, -1.5F, 1e-7F};
+  const std::vector<float> line = {0, 0, -1.5F, 1.00004F, 2, 1.0004F};
   const std::vector<float> alongX = {1, 2, 4, 2, 4, 6, 1, 6, 1, 2};
   const std::vector<float> alongY = {1, 2, 1, 6, 4, 6, 4, 2, 1, 2};
-  content.Draw(Stroke(two, line));
-  content.Draw(Stroke(five, alongX));
-  content.Draw(FillShape{{five, alongX}, {1, 0, 0}, FillRule::Winding});
-  content.Draw(FillShape{{five, alongY}, {1, 0, 0}, FillRule::EvenOdd});
-  text.Flush();
+  const std::string drawn = ContentOf([&](PdfContent& content) {
+    content.Draw(Stroke(two, {line.data(), line.data() + 4}));
+    content.Draw(Stroke(two, {line.data() + 2, line.data() + 6}));
+    content.Draw(Stroke(five, alongX));
+    content.Draw(FillShape{{five, alongX}, {1, 0, 0}, FillRule::Winding});
+    content.Draw(FillShape{{five, alongY}, {1, 0, 0}, FillRule::EvenOdd});
+  });
   EXPECT_EQ(drawn,
-            "0 G\n1 w\n0 J\n0 0 m\n-1.5 .0000001 l\n1 2 3 4 re\nS\n"
+            "0 G\n1 w\n0 J\n0 0 m\n-1.5 1 l\n-1.5 1 m\n2 1.0004 l\n1 2 3 4 re\nS\n"
             "1 0 0 rg\n1 2 3 4 re\nf\n1 6 3 -4 re\nf*\n");
+}
+
+TEST(PdfContent, FillsAndStrokesOnePathAtOnce) {
+  const std::vector<std::uint32_t> three = {3};
+  const std::vector<std::uint32_t> four = {4};
+  const std::vector<float> open = {0, 0, 9, 0, 9, 9};
+  const std::vector<float> closed = {0, 0, 9, 0, 9, 9, 0, 0};
+  const std::vector<float> other = {0, 0, 9, 0, 9, 8};
+  const FillShape fill{{three, open}, {1, 0, 0}, FillRule::EvenOdd};
+  const std::string prefix = "1 0 0 rg\n";
+  const std::string style = "0 G\n1 w\n0 J\n";
+  const std::string path = "0 0 m\n9 0 l\n9 9 l\n";
+  struct Case {
+    StrokeShape stroke;
+    std::string expected;
+  };
+  for (const Case& edge : {
+           Case{Stroke(three, open), prefix + style + path + "B*\n"},
+           Case{Stroke(four, closed), prefix + style + path + "h\nB*\n"},
+           Case{Stroke(three, other), prefix + path + "f*\n" + style + "0 0 m\n9 0 l\n9 8 l\nS\n"},
+       }) {
+    EXPECT_EQ(ContentOf([&](PdfContent& content) {
+                content.Draw(fill);
+                content.Draw(edge.stroke);
+              }),
+              edge.expected);
+  }
+}
+
+// The eleven points of a curve behind the point where it begins.
+std::vector<float> CurveFrom(const std::vector<float>& ends) {
+  std::vector<float> points = {ends[0], ends[1]};
+  for (int step = 0; step <= 10; ++step) {
+    const double t = step / 10.0;
+    for (std::size_t axis = 0; axis < 2; ++axis) {
+      points.push_back(static_cast<float>(
+          (1 - t) * (1 - t) * (1 - t) * ends[axis] + 3 * t * (1 - t) * (1 - t) * ends[axis + 2] +
+          3 * t * t * (1 - t) * ends[axis + 4] + t * t * t * ends[axis + 6]));
+    }
+  }
+  return points;
+}
+
+TEST(PdfContent, MakesACurveOfChordsThatCannotBeToldFromIt) {
+  const std::vector<std::uint32_t> length = {12};
+  const auto contentOf = [&](const std::vector<float>& points) {
+    return ContentOf([&](PdfContent& content) { content.Draw(Stroke(length, points)); });
+  };
+  const std::vector<float> small = CurveFrom({10, 10, 12.5F, 10, 15, 11.25F, 15, 13});
+  EXPECT_EQ(contentOf(small), "0 G\n1 w\n0 J\n10 10 m\n12.5 10 15 11.25 15 13 c\nS\n");
+
+  const auto steps = [&](const std::vector<float>& points) {
+    const std::string content = contentOf(points);
+    EXPECT_EQ(content.find(" c\n"), content.npos);
+    return std::count(content.begin(), content.end(), 'l');
+  };
+  EXPECT_EQ(steps(CurveFrom({10, 10, 60, 10, 90, 50, 90, 90})), 10) << "its chords can be seen";
+  std::vector<float> bent = small;
+  bent[12] += 0.01F;
+  EXPECT_EQ(steps(bent), 10) << "not of a curve";
+  const std::vector<float> turn = CurveFrom({10, 10, 10.6F, 10.8F, 9.4F, 10.8F, 10, 10});
+  EXPECT_NE(contentOf(turn).find("10.6 10.8 9.4 10.8 10 10 c\nh\nS\n"), std::string::npos)
+      << "a curve may close a contour";
 }
 
 }  // namespace
