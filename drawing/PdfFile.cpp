@@ -115,11 +115,30 @@ public:
   }
 
 private:
-  Object MakeStream(const PdfStream& data, Object parameters = Object::newNull()) {
+  Object MakeStream(const PdfStream& data, const char* filter = "/FlateDecode",
+                    Object parameters = Object::newNull()) {
     Object stream = pdf.newStream();
     stream.replaceStreamData(std::make_shared<SpooledData>(*settings.spool, data),
-                             Object::newName("/FlateDecode"), parameters);
+                             Object::newName(filter), parameters);
     return stream;
+  }
+
+  Object MakeFaxStream(const PdfImage& image) {
+    Object parameters = Object::newDictionary();
+    parameters.replaceKey("/K", Object::newInteger(-1));
+    parameters.replaceKey("/BlackIs1", Object::newBool(true));
+    parameters.replaceKey("/Columns", Object::newInteger(image.width));
+    parameters.replaceKey("/Rows", Object::newInteger(image.height));
+    return MakeStream(image.data, "/CCITTFaxDecode", parameters);
+  }
+
+  Object MakeDeflatedStream(const PdfImage& image, int colours, int bits) {
+    Object parameters = Object::newDictionary();
+    parameters.replaceKey("/Predictor", Object::newInteger(15));
+    parameters.replaceKey("/Colors", Object::newInteger(colours));
+    parameters.replaceKey("/BitsPerComponent", Object::newInteger(bits));
+    parameters.replaceKey("/Columns", Object::newInteger(image.width));
+    return MakeStream(image.data, "/FlateDecode", parameters);
   }
 
   Object ResourcesOf(const PdfPage& page) {
@@ -139,12 +158,7 @@ private:
                         : image.format == ORXPixelImageFormat::Cmyk32 ? 4
                                                                       : 1;
     const int bits = isBilevel ? 1 : 8;
-    Object parameters = Object::newDictionary();
-    parameters.replaceKey("/Predictor", Object::newInteger(15));
-    parameters.replaceKey("/Colors", Object::newInteger(colours));
-    parameters.replaceKey("/BitsPerComponent", Object::newInteger(bits));
-    parameters.replaceKey("/Columns", Object::newInteger(image.width));
-    Object stream = MakeStream(image.data, parameters);
+    Object stream = image.isFax ? MakeFaxStream(image) : MakeDeflatedStream(image, colours, bits);
     Object dictionary = stream.getDict();
     dictionary.replaceKey("/Type", Object::newName("/XObject"));
     dictionary.replaceKey("/Subtype", Object::newName("/Image"));

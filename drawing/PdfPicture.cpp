@@ -87,16 +87,33 @@ void PdfPicture::Draw(const ImageShape& shape) {
     return;
   }
   const ORXPixelImage& image = *shape.image;
+  PdfStream data = PutAside(image);
+  const std::optional<PdfStream> fax = PutAsideAsFax(image, data.size);
+  if (fax) data = *fax;
+  std::vector<PdfImage>& images = pages.back().images;
+  content->Draw(shape, "/Im" + std::to_string(images.size()));
+  images.push_back({data, fax.has_value(), image.Format(), image.Width(), image.Height()});
+}
+
+PdfStream PdfPicture::PutAside(const ORXPixelImage& image) {
   Spool& spool = *settings.spool;
-  PdfStream data{spool.Size(), 0};
+  const std::uint64_t place = spool.Size();
   const auto rows =
       settings.makeDeflater(Effort::Normal, [&spool](std::string_view bytes) { spool.Add(bytes); });
   DeflateRows(image, RowForm::Own, *rows, settings.mayGoOn);
   rows->Finish();
-  data.size = spool.Size() - data.place;
-  std::vector<PdfImage>& images = pages.back().images;
-  content->Draw(shape, "/Im" + std::to_string(images.size()));
-  images.push_back({data, image.Format(), image.Width(), image.Height()});
+  return {place, spool.Size() - place};
+}
+
+std::optional<PdfStream> PdfPicture::PutAsideAsFax(const ORXPixelImage& image,
+                                                   std::uint64_t deflatedSize) {
+  if (!settings.encodeFax || image.Format() != ORXPixelImageFormat::Bilevel1) return std::nullopt;
+  Spool& spool = *settings.spool;
+  const std::uint64_t place = spool.Size();
+  settings.encodeFax(image, settings.mayGoOn,
+                     [&spool](std::string_view bytes) { spool.Add(bytes); });
+  const std::uint64_t size = spool.Size() - place;
+  return size < deflatedSize ? std::optional(PdfStream{place, size}) : std::nullopt;
 }
 
 }  // namespace orxdrawing

@@ -24,11 +24,16 @@ struct PdfSettings;
 using PdfWriter = void (*)(const std::vector<PdfPage>& pages, const PdfSettings& settings,
                            const ByteSink& sink);
 
+// Packs an image of black and white as ITU-T T.6 has it (Group 4 facsimile).
+using EncodeFax =
+    std::function<void(const ORXPixelImage& image, const MayGoOn& mayGoOn, const ByteSink& sink)>;
+
 struct PdfSettings {
   double pointsPerUnit = 1;
   std::string title;    // UTF-8; none where it is empty
   std::string creator;  // the same
   MakeDeflater makeDeflater;
+  EncodeFax encodeFax;  // may be empty
   std::shared_ptr<Spool> spool;
   MayGoOn mayGoOn;
   PdfWriter write = nullptr;  // makes the file when all pages are there
@@ -42,6 +47,7 @@ struct PdfStream {
 
 struct PdfImage {
   PdfStream data;
+  bool isFax = false;  // else deflated
   ORXPixelImageFormat format = ORXPixelImageFormat::Grey8;
   int width = 0;
   int height = 0;
@@ -67,6 +73,9 @@ private:
   void Draw(const FillShape& fill) override;
   void Draw(const ImageShape& image) override;
 
+  PdfStream PutAside(const ORXPixelImage& image);
+  // Nothing where fax data would be no smaller.
+  std::optional<PdfStream> PutAsideAsFax(const ORXPixelImage& image, std::uint64_t deflatedSize);
   void BeginContents();
   void EndContents();
   void EndContentsIfLong();

@@ -7,8 +7,10 @@
 #include "drawing/SvgPicture.h"
 #include "orxprint/OutputNames.h"
 #if ORXPRINT_DRAWS_EVERYTHING
+#  include "drawing/ImageRows.h"
 #  include "drawing/PdfPicture.h"
 #  include "drawing/PngPicture.h"
+#  include "framework/CcittG4Encoder.h"
 #  include "orxprint/PdfModule.h"
 #  include "orxprint/TemporarySpool.h"
 #endif
@@ -29,11 +31,25 @@ std::unique_ptr<Picture> MakeSvg(const PictureSettings& settings, ByteSink sink)
 
 #if ORXPRINT_DRAWS_EVERYTHING
 
+// Rows that are left when `mayGoOn` says no are white.
+void EncodeFax(const ORXPixelImage& image, const orxdrawing::MayGoOn& mayGoOn,
+               const ByteSink& sink) {
+  orxframework::ccitt::G4RowEncoder encoder(image.Width(), sink);
+  const std::vector<unsigned char> white(ORXPixelImage::RowBytes(image.Width(), image.Format()));
+  bool isStopped = false;
+  for (int row = 0; row < image.Height(); ++row) {
+    isStopped = isStopped || !mayGoOn();
+    encoder.AddRow(isStopped ? std::span<const unsigned char>(white)
+                             : orxdrawing::RowOf(image, row));
+  }
+  encoder.Finish();
+}
+
 std::unique_ptr<Picture> MakePdf(const PictureSettings& settings, ByteSink sink) {
   return std::make_unique<orxdrawing::PdfPicture>(
-      orxdrawing::PdfSettings{settings.pointsPerUnit, settings.title, settings.creator,
-                              orxdrawing::MakeZlibDeflater, std::make_shared<TemporarySpool>(),
-                              settings.mayGoOn, LoadPdfWriter()},
+      orxdrawing::PdfSettings{
+          settings.pointsPerUnit, settings.title, settings.creator, orxdrawing::MakeZlibDeflater,
+          EncodeFax, std::make_shared<TemporarySpool>(), settings.mayGoOn, LoadPdfWriter()},
       std::move(sink));
 }
 
