@@ -15,7 +15,7 @@ namespace orxprint {
                           const InfoOptions& options);
 [[nodiscard]] Status Trace(const Plugin& plugin, const CommonOptions& common,
                            const TraceOptions& options);
-// Needs no plug-in: the page has the interpreter inside.
+// Loads the plug-in only for a page that has no interpreter inside; throws NoPlugin.
 [[nodiscard]] Status View(const CommonOptions& common, const ViewOptions& options);
 // Loads the plug-in in child processes only. Throws NoPlugin when there is no file to load.
 [[nodiscard]] Status CheckPlugin(const CommonOptions& common, const PluginOptions& options);

@@ -75,7 +75,8 @@ inline constexpr const char* kTraceFooter =
 
 inline constexpr const char* kViewFooter =
     "Makes a page with the interpreter and the documents inside, which any browser opens: the\n"
-    "drawings, what is lost or differs, and the lines that draw it; see docs/viewer.md.\n"
+    "drawings, what is lost or differs, and the lines that draw it; see docs/viewer.md. Where the\n"
+    "interpreter for browsers is not installed, the page carries drawings that are made now.\n"
     "Without -o it is a temporary file, which stays, and the desktop's browser opens it.\n"
     "\n"
     "Examples:\n"

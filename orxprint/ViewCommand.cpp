@@ -1,20 +1,18 @@
 // The command view: the page for browsers with documents inside.
-#include <array>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
+#include <optional>
 #include <random>
 
-#include "drawing/Base64.h"
 #include "orxprint/Commands.h"
 #include "orxprint/DocumentSource.h"
 #include "orxprint/Files.h"
 #include "orxprint/Messages.h"
 #include "orxprint/OutputFile.h"
+#include "orxprint/Outputs.h"
 #include "orxprint/Platform.h"
 #include "orxprint/RunControl.h"
 #include "orxprint/StandardOutput.h"
+#include "orxprint/ViewPage.h"
 
 namespace orxprint {
 
@@ -22,60 +20,55 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kPageName = "orxprint.html";
-// Documents stand in front of this.
-constexpr std::string_view kMark = "<script type=\"text/plain\" id=\"worker\">";
-constexpr std::size_t kBlockBytes = 48 << 10;
-
-// As it is installed, or as it is built beside this program.
-std::string ReadPage() {
-  const fs::path folder = ProgramFile().parent_path();
-  for (const char* place : {ORXPRINT_PAGE_FOLDER, "../../web/bin"}) {
-    std::ifstream file(folder / place / kPageName, std::ios::binary);
-    if (!file) continue;
-    std::string page{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (page.find(kMark) != std::string::npos) return page;
-  }
-  throw Failure("this installation has no " + std::string(kPageName) +
-                ", which is made by: cmake --preset web && cmake --build --preset web");
+std::string ShownName(const std::string& name) {
+  return name == "-" ? "standard input" : NameOf(PathOf(name).filename());
 }
 
-std::string EscapeForAttribute(std::string_view text) {
-  std::string escaped;
-  for (const char character : text) {
-    switch (character) {
-      case '&':
-        escaped += "&amp;";
-        break;
-      case '"':
-        escaped += "&quot;";
-        break;
-      case '<':
-        escaped += "&lt;";
-        break;
-      default:
-        escaped += character;
-    }
-  }
-  return escaped;
-}
+// Puts documents into the page one after the other, as they are or with what they draw.
+class PageWriter {
+public:
+  // The plug-in is none for a page with the interpreter inside.
+  PageWriter(OutputFile& outputFile, const CommonOptions& commonOptions,
+             const Plugin* drawingPlugin)
+      : output(outputFile), common(commonOptions), plugin(drawingPlugin) {}
 
-void WriteDocument(const std::string& name, RunControl& control, OutputFile& output) {
-  DocumentSource source(name, control);
-  const std::string shown = name == "-" ? "standard input" : NameOf(PathOf(name).filename());
-  output.Write("<script type=\"text/plain\" class=\"document\" data-name=\"" +
-               EscapeForAttribute(shown) + "\">");
-  orxdrawing::Base64Encoder letters;
-  const auto buffer = std::make_unique<std::array<char, kBlockBytes>>();
-  for (std::uint64_t place = 0; place < source.Size();) {
-    const std::size_t count = source.Read(place, buffer->data(), buffer->size());
-    if (count == 0) break;
-    output.Write(letters.Add({buffer->data(), count}));
-    place += count;
+  Status Add(const std::string& file) {
+    return Attempt(file, [&] { return plugin ? AddDrawn(file) : AddAsItIs(file); }).status;
   }
-  output.Write(letters.Finish() + "</script>\n");
-  source.Require();
-}
+  // Whether no document could be added.
+  [[nodiscard]] bool IsEmpty() const { return isEmpty; }
+
+private:
+  Status AddAsItIs(const std::string& file) {
+    RunControl control(DeadlineIn(common.timeLimit.Given()));
+    DocumentSource source(file, control);
+    WriteDocument(output, ShownName(file),
+                  [&source](std::uint64_t place, char* buffer, std::size_t count) {
+                    return source.Read(place, buffer, count);
+                  });
+    source.Require();
+    isEmpty = false;
+    return Status::Done;
+  }
+
+  // Of a file with a preview in front the PostScript section, where places and lines count.
+  Status AddDrawn(const std::string& file) {
+    Session session(*plugin, common, file);
+    const DrawnDocument drawn = DrawDocument(session);
+    WriteDocument(output, ShownName(file),
+                  [&session](std::uint64_t place, char* buffer, std::size_t count) {
+                    return session.Source().Read(place, buffer, count);
+                  });
+    WriteDrawing(output, drawn);
+    isEmpty = false;
+    return session.TellShortfalls();
+  }
+
+  OutputFile& output;
+  const CommonOptions& common;
+  const Plugin* plugin;
+  bool isEmpty = true;
+};
 
 // In a folder of its own that nobody else can look into, for it stays when this program ends.
 std::string TemporaryPage() {
@@ -88,28 +81,21 @@ std::string TemporaryPage() {
     throw Failure("no folder can be made for the page: " + error.message());
   }
   fs::permissions(folder, fs::perms::owner_all, error);
-  return NameOf(folder / kPageName);
+  return NameOf(folder / "orxprint.html");
 }
 
 Status WritePage(const CommonOptions& common, const std::vector<std::string>& files,
-                 const std::string& name) {
-  const std::string page = ReadPage();
-  const std::size_t mark = page.find(kMark);
+                 const std::string& name, const ViewTemplate& page, const Plugin* plugin) {
+  std::vector<ListedDocument> documents;
+  for (const std::string& file : files) documents.push_back({file, {}, {}});
+  Outputs(documents).Claim(name, 0);
   OutputFile output(name);
-  output.Write(std::string_view(page).substr(0, mark));
+  output.Write(page.front);
+  PageWriter writer(output, common, plugin);
   Status gravest = Status::Done;
-  bool isEmpty = true;
-  for (const std::string& file : files) {
-    const Outcome outcome = Attempt(file, [&] {
-      RunControl control(DeadlineIn(common.timeLimit.Given()));
-      WriteDocument(file, control, output);
-      return Status::Done;
-    });
-    gravest = Gravest(gravest, outcome.status);
-    isEmpty = isEmpty && outcome.status != Status::Done;
-  }
-  if (isEmpty) return gravest;
-  output.Write(std::string_view(page).substr(mark));
+  for (const std::string& file : files) gravest = Gravest(gravest, writer.Add(file));
+  if (writer.IsEmpty()) return gravest;
+  output.Write(page.rest);
   output.Close();
   output.Commit(DeadlineIn(common.timeLimit.Given()));
   return gravest;
@@ -130,9 +116,20 @@ void Show(const std::string& name, const ViewOptions& options) {
 Status View(const CommonOptions& common, const ViewOptions& options) {
   const bool isTemporary = options.output.empty();
   const std::string about = isTemporary ? "view" : options.output;
+  ViewTemplate page;
+  const Outcome reading = Attempt(about, [&page] {
+    page = ReadViewTemplate();
+    return Status::Done;
+  });
+  if (reading.status != Status::Done) return reading.status;
+  std::optional<Plugin> plugin;
+  if (!page.hasInterpreter) {
+    plugin.emplace(common.plugin, DeadlineIn(common.timeLimit.seconds));
+    Warn(about, "made without the interpreter: it shows these drawings and opens no other files");
+  }
   const Outcome outcome = Attempt(about, [&] {
     const std::string name = isTemporary ? TemporaryPage() : options.output;
-    const Status status = WritePage(common, options.files, name);
+    const Status status = WritePage(common, options.files, name, page, plugin ? &*plugin : nullptr);
     if (isTemporary && StatusOf(PathOf(name)).kind == FileKind::Regular) Show(name, options);
     return status;
   });

@@ -12,9 +12,12 @@ import json
 import os
 import pathlib
 import random
+import re
+import shutil
 import subprocess
 import tempfile
 import unittest
+import zlib
 
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
@@ -379,10 +382,57 @@ class PageTest(unittest.TestCase):
             self.browser.get(page.as_uri())
             self.wait(lambda: self.text("page-number") == "1 / 1")
             self.assertEqual(self.text("documents"), name)
+            replaced = subprocess.run([*view, "-o", str(file)], stderr=subprocess.PIPE, check=False)
+            self.assertEqual((replaced.returncode, file.read_bytes()), (1, CROSSING))
             printed = subprocess.run([*view, "--no-open"], stdout=subprocess.PIPE, check=True,
                                      env={**os.environ, "TMPDIR": folder}).stdout
             self.assertEqual(pathlib.Path(printed.decode().strip()).read_bytes().count(
                 b'class="document"'), 1)
+
+    def test_without_an_interpreter_the_page_carries_what_the_program_draws_and_finds(self):
+        program = pathlib.Path(os.environ["ORXPRINT"]).resolve()
+        with tempfile.TemporaryDirectory() as folder:
+            installed = pathlib.Path(folder) / "bin" / program.name
+            for part in ("lib", "share/orxprint"):
+                shutil.copytree(program.parent.parent / part, pathlib.Path(folder) / part,
+                                ignore=shutil.ignore_patterns("*.a", "*_answers"))
+            installed.parent.mkdir()
+            shutil.copy(program, installed)
+            files = [pathlib.Path(folder) / name
+                     for name in ("pages.eps", "<b>lossy.eps", "endless.eps")]
+            for file, content in zip(files, (TWO_PAGES, LOSSY, ENDLESS)):
+                file.write_bytes(content)
+            page = pathlib.Path(folder) / "drawn.html"
+            view = subprocess.run([str(installed), "view", *map(str, files), "-o", str(page),
+                                   "--time-limit", "1"], stderr=subprocess.PIPE, check=False)
+            self.assertEqual(view.returncode, 4)
+            self.assertIn(b"opens no other files", view.stderr)
+            self.require_drawings(page.read_text(encoding="utf-8"), files[0], folder)
+            self.browser.get(page.as_uri())
+            self.wait(lambda: self.text("page-number") == "1 / 2")
+            self.assertIn("opens no other files", self.text("carries"))
+            self.element("stage").send_keys(Keys.PAGE_DOWN, Keys.ENTER)
+            self.assertIn("no interpreter", self.text("shape"))
+            self.drop(("crossing.eps", CROSSING))
+            self.assertIn("opens no other files", self.text("shape"))
+            documents = Select(self.element("documents"))
+            self.assertEqual([option.text for option in documents.options],
+                             [file.name for file in files])
+            documents.select_by_index(1)
+            self.wait(lambda: self.text("page-number") == "1 / 1")
+            self.require_findings(self.visible_findings("lossy.eps", LOSSY))
+            self.shoot("drawn")
+            documents.select_by_index(2)
+            self.wait(lambda: "stopped by the time limit" in self.text("messages"))
+
+    def require_drawings(self, page, document, folder):
+        subprocess.run([os.environ["ORXPRINT"], "render", "-q", str(document), "-o",
+                        os.path.join(folder, "expected-%d.svg")], check=True)
+        expected = [file.read_bytes()
+                    for file in sorted(pathlib.Path(folder).glob("expected-*.svg"))]
+        carried = re.findall(r'class="page" data-area="[-0-9. ]+">([^<]*)<', page)
+        drawings = [zlib.decompress(base64.b64decode(letters)) for letters in carried]
+        self.assertEqual(drawings[:len(expected)], expected)
 
     def test_drawings_are_those_of_the_program(self):
         samples = sorted((ROOT / "samples").glob("*.eps"))

@@ -1,5 +1,5 @@
 // The page: files come in, one drawing is shown, and what is asked about it goes to its interpreter.
-import { carriedFiles } from './carried.js';
+import { carriedFiles, hasInterpreter } from './carried.js';
 import { CompareDialog } from './comparedialog.js';
 import { Comparison } from './comparison.js';
 import { Measure } from './measure.js';
@@ -42,11 +42,18 @@ function add(drawing) {
   byId('documents').disabled = false;
 }
 
-function open(blobs) {
-  const files = blobs.map((blob) => new OpenFile(blob.name, update));
+// Opens files, with what the page carries of each where it carries drawings.
+function open(blobs, carried = []) {
+  const files = blobs.map((blob, i) => new OpenFile(blob.name, update, carried[i]));
   files.forEach(add);
   files.forEach((file, i) => file.open(blobs[i]));
   if (files.length > 0) show(files[0]);
+}
+
+// The person's own files.
+function openChosen(blobs) {
+  if (hasInterpreter()) open(blobs);
+  else questions.say('This page carries drawings and opens no other files: it has no interpreter.');
 }
 
 function compare(before, after) {
@@ -173,6 +180,16 @@ const KEYS = {
   Enter: () => viewer.clickMiddle(),
 };
 
+function openCarried() {
+  for (const id of ['choose', 'compare']) byId(id).hidden = !hasInterpreter();
+  byId('carries').hidden = hasInterpreter();
+  const carried = carriedFiles();
+  open(
+    carried.map(({ file }) => file),
+    carried.map(({ drawing }) => drawing),
+  );
+}
+
 function listenToButtons() {
   const actions = {
     choose: () => byId('files').click(),
@@ -187,7 +204,7 @@ function listenToButtons() {
   };
   for (const [id, action] of Object.entries(actions)) byId(id).addEventListener('click', action);
   byId('files').addEventListener('change', ({ target }) => {
-    open([...target.files]);
+    openChosen([...target.files]);
     target.value = '';
   });
   byId('documents').addEventListener('change', ({ target }) => show(drawings[target.value]));
@@ -213,7 +230,7 @@ function listenToDrops() {
   document.addEventListener('drop', (event) => {
     event.preventDefault();
     isDropping(false);
-    open([...event.dataTransfer.files]);
+    openChosen([...event.dataTransfer.files]);
   });
 }
 
@@ -222,4 +239,4 @@ applyTheme();
 listenToButtons();
 listenToKeys();
 listenToDrops();
-open(carriedFiles());
+openCarried();

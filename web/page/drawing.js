@@ -1,13 +1,15 @@
 // What an interpreter draws for the page: pages and progress as they come, how it ended, and the
 // answers about what was drawn. OpenFile and Comparison say what of.
+import { CarriedDrawing } from './carrieddrawing.js';
 import { Interpreter } from './interpreter.js';
 
 export const SECONDS = 60; // that drawing may take
 const GRACE = 10; // more, for an operator that asks nobody whether to go on
 
 export class Drawing {
-  // `onChange(drawing)` is told whenever something about it has changed.
-  constructor(name, onChange) {
+  // `onChange(drawing)` is told whenever something about it has changed; `carried` is what the page
+  // carries of it where no interpreter is to draw it.
+  constructor(name, onChange, carried = null) {
     this.name = name;
     this.onChange = onChange;
     this.sources = []; // {name, lines}: one, or the earlier and the later one
@@ -16,7 +18,9 @@ export class Drawing {
     this.messages = []; // {text, isAlarm}
     this.remarks = null; // what the list says, once it is known: {summary, items, note}
     this.progress = 0; // null when it has come to its end
-    this.interpreter = new Interpreter((message) => this.take(message));
+    this.isCarried = carried !== null;
+    const listener = (message) => this.take(message);
+    this.interpreter = carried ? new CarriedDrawing(carried, listener) : new Interpreter(listener);
   }
 
   get pageNumber() {

@@ -1,16 +1,11 @@
 // The interpreter in a worker of its own, one for each file and each comparison: whatever a file
 // does to it, it ends with that file.
-import { carriedBytes } from './carried.js';
-
-// What the page carries in an element, unpacked.
-function unpack(id) {
-  const packed = carriedBytes(document.getElementById(id));
-  const stream = new Blob([packed]).stream().pipeThrough(new DecompressionStream('deflate'));
-  return new Response(stream).arrayBuffer();
-}
+import { unpack } from './carried.js';
 
 async function prepare() {
-  const [script, library] = await Promise.all([unpack('worker'), unpack('library')]);
+  const [script, library] = await Promise.all(
+    ['worker', 'library'].map((id) => unpack(document.getElementById(id))),
+  );
   const address = URL.createObjectURL(new Blob([script], { type: 'text/javascript' }));
   return { address, library: await WebAssembly.compile(library) };
 }

@@ -37,6 +37,11 @@ export function aboutEnd(source, end) {
   return messages;
 }
 
+// What the program that made the page said when it drew a file.
+export function aboutProgram(text) {
+  return { text: `orxprint: ${text}`, isAlarm: true };
+}
+
 // A finding in a sentence: what it means, what it comes from, how often and where.
 function aboutFinding(source, finding) {
   const { name, meaning, times, places } = finding;

@@ -1,11 +1,11 @@
 // A file that is open: its bytes and lines, its pages, and what is lost or different in it.
 import { Drawing } from './drawing.js';
 import { Lines } from './lines.js';
-import { aboutEnd, aboutFindings } from './messages.js';
+import { aboutEnd, aboutFindings, aboutProgram } from './messages.js';
 
 export class OpenFile extends Drawing {
-  constructor(name, onChange) {
-    super(name, onChange);
+  constructor(name, onChange, carried = null) {
+    super(name, onChange, carried);
     this.sources = [{ name, lines: null }];
   }
 
@@ -23,8 +23,8 @@ export class OpenFile extends Drawing {
     this.onChange(this);
   }
 
-  finish({ ends, findings }) {
-    this.remarks = aboutFindings(this.sources[0], findings);
-    return aboutEnd(this.sources[0], ends[0]);
+  finish({ ends, messages, findings }) {
+    if (findings !== null) this.remarks = aboutFindings(this.sources[0], findings);
+    return ends ? aboutEnd(this.sources[0], ends[0]) : messages.map(aboutProgram);
   }
 }

@@ -16,7 +16,8 @@ export class Questions {
   begin(drawing) {
     this.drawing = drawing;
     const [before, after] = drawing.sources;
-    if (!after) this.say(this.hint);
+    if (drawing.isCarried) this.say('');
+    else if (!after) this.say(this.hint);
     else this.say(`Red: only in ${before.name}. Blue: only in ${after.name}. Pale: in both.`);
   }
 
@@ -60,6 +61,7 @@ export class Questions {
   // Null when nobody answers, or another drawing is shown by then.
   async answer(ask) {
     const { drawing } = this;
+    if (drawing.isCarried) this.say('This page has no interpreter that could tell what draws what.');
     const found = await ask(drawing);
     return drawing === this.drawing ? found : null;
   }
