@@ -111,6 +111,10 @@ def many_lines(size):
     return "".join(text).encode()
 
 
+def contrast(one, other):
+    return (max(one, other) + 0.05) / (min(one, other) + 0.05)
+
+
 def start_browser():
     options = webdriver.ChromeOptions()
     for option in ("--headless=new", "--no-sandbox", "--disable-gpu", "--window-size=1300,850"):
@@ -358,6 +362,27 @@ class PageTest(unittest.TestCase):
             self.wait(lambda: self.text("page-number") == "1 / 1")
             milliseconds = self.browser.execute_async_script(SHOWN)
         self.assertLess(milliseconds, 3000)
+
+    def test_texts_stand_out_from_what_is_behind_them(self):
+        pairs = [("text", "bar"), ("text", "ground"), ("text", "desk"), ("text", "mark"),
+                 ("faint", "bar"), ("faint", "ground"), ("faint", "mark"), ("alarm", "bar"),
+                 ("before", "ground"), ("after", "ground"), ("bar", "accent")]
+        for theme in ("light", "dark"):
+            while theme not in self.text("theme"):
+                self.element("theme").click()
+            for pair in pairs:
+                with self.subTest(theme, pair=pair):
+                    self.assertGreaterEqual(contrast(*map(self.luminance, pair)), 4.5)
+
+    def luminance(self, name):
+        """Of a colour of the page, as WCAG 2 defines it."""
+        colour = self.browser.execute_script(
+            "return getComputedStyle(document.documentElement).getPropertyValue(arguments[0]);",
+            "--" + name).strip()
+        parts = [int(colour[i:i + 2], 16) / 255 for i in (1, 3, 5)]
+        red, green, blue = [part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4
+                            for part in parts]
+        return 0.2126 * red + 0.7152 * green + 0.0722 * blue
 
     def test_nothing_can_leave_the_page(self):
         blocked = self.browser.execute_async_script(
