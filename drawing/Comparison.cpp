@@ -101,7 +101,7 @@ private:
     }
   }
 
-  std::map<std::uint32_t, OpenShapes> OpenByPage() const {
+  [[nodiscard]] std::map<std::uint32_t, OpenShapes> OpenByPage() const {
     std::map<std::uint32_t, OpenShapes> open;
     for (std::size_t i = 0; i < partners.size(); ++i) {
       if (partners[i] == kNone) open[before.Shapes()[i].record.page].before.push_back(i);
@@ -114,8 +114,8 @@ private:
 
   void MatchByForm(const OpenShapes& open) {
     std::unordered_map<std::uint64_t, std::vector<std::size_t>> places;
-    for (auto i = open.after.rbegin(); i != open.after.rend(); ++i) {
-      places[after.Shapes()[*i].form].push_back(*i);
+    for (std::size_t i = open.after.size(); i-- > 0;) {
+      places[after.Shapes()[open.after[i]].form].push_back(open.after[i]);
     }
     for (const std::size_t i : open.before) {
       const auto found = places.find(before.Shapes()[i].form);

@@ -33,8 +33,8 @@ std::string MeaningOf(const Finding& finding) {
 }
 
 std::string DescribeDrawing(const DrawingSummary& summary, double millimetresPerUnit) {
-  const std::string text = Counted(summary.strokes, "stroke") + ", " +
-                           Counted(summary.fills, "fill") + ", " + Counted(summary.images, "image");
+  std::string text = Counted(summary.strokes, "stroke") + ", " + Counted(summary.fills, "fill") +
+                     ", " + Counted(summary.images, "image");
   if (!summary.hasExtent) return text;
   const auto length = [=](double value) { return Tenths(value * millimetresPerUnit); };
   const Box& extent = summary.extent;

@@ -38,7 +38,8 @@ public:
   void BeginPage(std::uint32_t number) override {
     End();
     PlacedSink::BeginPage(number);
-    DrawnPage& page = pages.emplace_back(DrawnPage{areas.Of(number).value_or(kEmptyPage), {}});
+    pages.push_back({areas.Of(number).value_or(kEmptyPage), {}});
+    DrawnPage& page = pages.back();
     picture = FindFormat("svg")->make(
         settings, [&svg = page.svg](std::string_view bytes) { svg.append(bytes); });
     sink = &picture->BeginPage({page.area, {}});

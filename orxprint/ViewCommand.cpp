@@ -87,6 +87,7 @@ std::string TemporaryPage() {
 Status WritePage(const CommonOptions& common, const std::vector<std::string>& files,
                  const std::string& name, const ViewTemplate& page, const Plugin* plugin) {
   std::vector<ListedDocument> documents;
+  documents.reserve(files.size());
   for (const std::string& file : files) documents.push_back({file, {}, {}});
   Outputs(documents).Claim(name, 0);
   OutputFile output(name);
