@@ -46,6 +46,10 @@ void TilePainter::PaintSoft(const ShapeBatch& batch, const BatchedShape& shape,
                             const PixelRect& tile) {
   rasteriser.Begin(tile);
   AddOutlines(batch, shape, tile);
+  if (!rasteriser.HasRoom() && AreaRasteriser::MayBeDense(tile)) {
+    rasteriser.BeginDensely(tile);
+    AddOutlines(batch, shape, tile);
+  }
   if (stop.HasStopped()) return;
   if (rasteriser.HasRoom()) {
     return rasteriser.Sweep(shape.rule, [&](int x, int y, int length, unsigned cover) {
