@@ -18,8 +18,8 @@ using orxdrawing::Point;
 using orxdrawing::ShapeKind;
 using orxdrawing::ShapeRecord;
 
-// 160 MB; more than anybody points at.
-constexpr std::size_t kMostCoordinates = 40'000'000;
+// More than anybody points at. Growing takes up to three times as much.
+constexpr std::size_t kMostBytes = 320'000'000;
 
 bool IsWithin(const Box& box, Point point, double reach) {
   return point.x >= box.left - reach && point.x <= box.right + reach &&
@@ -42,21 +42,19 @@ void AddContour(std::string& path, std::span<const float> coordinates, double sc
 }  // namespace
 
 template <typename AnyShape>
-void ShapeIndex::Keep(const AnyShape& shape, std::size_t coordinateCount) {
-  if (kept + coordinateCount > kMostCoordinates) isComplete = false;
+void ShapeIndex::Keep(const AnyShape& shape, const Contours& contours) {
+  const std::size_t bytes =
+      sizeof(ListedShape) + contours.lengths.size_bytes() + contours.coordinates.size_bytes();
+  if (kept + bytes > kMostBytes) isComplete = false;
   if (!isComplete) return;
-  kept += coordinateCount;
+  kept += bytes;
   list.SetPlace(Place());
   list.Draw(shape);
 }
 
-void ShapeIndex::Draw(const orxdrawing::StrokeShape& stroke) {
-  Keep(stroke, stroke.contours.coordinates.size());
-}
-void ShapeIndex::Draw(const orxdrawing::FillShape& fill) {
-  Keep(fill, fill.contours.coordinates.size());
-}
-void ShapeIndex::Draw(const orxdrawing::ImageShape& image) { Keep(image, 4); }
+void ShapeIndex::Draw(const orxdrawing::StrokeShape& stroke) { Keep(stroke, stroke.contours); }
+void ShapeIndex::Draw(const orxdrawing::FillShape& fill) { Keep(fill, fill.contours); }
+void ShapeIndex::Draw(const orxdrawing::ImageShape& image) { Keep(image, {}); }
 
 std::optional<std::size_t> ShapeIndex::At(std::uint32_t page, Point point, double reach) const {
   const auto& shapes = list.Shapes();

@@ -1,7 +1,7 @@
 // The way from a place on the paper back to the document, and from the document to the paper.
 //
 // Keeps everything that was drawn, with the place in the document that drew it, up to a bound on
-// its points. Places on the paper are in points, y upwards; pages count from 1.
+// its memory. Places on the paper are in points, y upwards; pages count from 1.
 #pragma once
 
 #include <cstdint>
@@ -40,10 +40,10 @@ public:
 
 private:
   template <typename AnyShape>
-  void Keep(const AnyShape& shape, std::size_t coordinateCount);
+  void Keep(const AnyShape& shape, const orxdrawing::Contours& contours);
 
   orxdrawing::ShapeList list;
-  std::size_t kept = 0;  // coordinates
+  std::size_t kept = 0;  // bytes
   bool isComplete = true;
 };
 

@@ -64,10 +64,16 @@ MARKUP = b"""%!PS-Adobe-3.0 EPSF-3.0
 %%Title: <img src=x onerror=alert(1)><script>alert(2)</script>
 (</ol><h1>) pop 0 0 moveto 9 9 lineto stroke
 """
-# Each procedure runs the one before twice: no patience is long enough.
-ENDLESS = (b"%!\n%%BoundingBox: 0 0 9 9\n/a0 {newpath} def\n"
-           + b"".join(b"/a%d {a%d a%d} def\n" % (i, i - 1, i - 1) for i in range(1, 60))
-           + b"a59\n")
+
+
+def doubling(first, times):
+    """A procedure that runs 2 to the power of `times` times."""
+    return (b"%!\n%%BoundingBox: 0 0 9 9\n/a0 {" + first + b"} def\n"
+            + b"".join(b"/a%d {a%d a%d} def\n" % (i, i - 1, i - 1) for i in range(1, times + 1))
+            + b"a%d\n" % times)
+
+
+ENDLESS = doubling(b"newpath", 59)  # no patience is long enough
 
 DROP = """
 const transfer = new DataTransfer();
@@ -383,6 +389,12 @@ class PageTest(unittest.TestCase):
         red, green, blue = [part / 12.92 if part <= 0.04045 else ((part + 0.055) / 1.055) ** 2.4
                             for part in parts]
         return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+
+    def test_more_shapes_than_can_be_kept_are_drawn_all_the_same(self):
+        many = doubling(b"100 100 moveto 109 109 lineto stroke", 23)
+        self.open(("many.eps", many + b"0 0 moveto 9 9 lineto stroke\n"))
+        self.assertIn("only its first part", self.text("messages"))
+        self.assertIn("8388609 strokes", self.text("findings"))
 
     def test_nothing_can_leave_the_page(self):
         blocked = self.browser.execute_async_script(
