@@ -281,10 +281,10 @@ private:
         std::move(sink), isOne ? PageFilter::Pages::First : PageFilter::Pages::All,
         session.Source().Comments().pageStarts, MakeRoomGauge(),
         [&running = *control] { running.StopNow(Stop::MemoryLimit); });
-    session.Draw(selection, std::move(control),
-                 std::shared_ptr<ShapeGatherer>(desk, &desk->gatherer));
+    session.Draw(selection, control, std::shared_ptr<ShapeGatherer>(desk, &desk->gatherer));
     desk->gatherer.Finish();
     desk->filter.Finish();
+    session.TakeEnd(*control);
   }
 
   [[nodiscard]] ShapeGatherer::RoomGauge MakeRoomGauge() const {

@@ -98,13 +98,15 @@ public:
   // Why a run was stopped, and the limit of the interpreter that one met: the first of each.
   [[nodiscard]] const std::optional<Stop>& Stopping() const { return stop; }
   [[nodiscard]] const std::optional<ORXPassEnd>& LimitMet() const { return limitMet; }
+  // Learns what stopped a run, or what was done under its control after it was over. Throws
+  // Failure.
+  void TakeEnd(RunControl& control);
   // Tells the person what of that was not told yet. Returns the status that all of it comes to.
   Status TellShortfalls();
 
 private:
   using Work = std::function<void(ORXPrintInterpreter&)>;
   void Interpret(std::shared_ptr<RunControl> control, Work work);
-  void TakeEnd(RunControl& control);
 
   const Plugin& plugin;
   std::optional<double> givenLimit;
