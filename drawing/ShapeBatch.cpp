@@ -14,6 +14,7 @@ namespace {
 // Wider lines than this paint no other pixels.
 constexpr double kMostWidth = 4 << 20;
 constexpr double kSquareDiagonal = 1.5;
+constexpr std::size_t kManyCoordinates = 100'000;
 
 // Whether four points, or five that end where they began, are a rectangle along the axes.
 bool IsUprightRectangle(std::span<const Point> line) {
@@ -95,6 +96,11 @@ ShapeBatch::Cover ShapeBatch::AddContours(const Contours& from, Ending end) {
 }
 
 void ShapeBatch::AddContour(std::span<const float> coordinates, Cover& cover) {
+  const std::size_t most = points.size() + coordinates.size() / 2;
+  // Room that doubled as it is needed would be twice as much as a long line takes.
+  if (coordinates.size() > kManyCoordinates && most > points.capacity()) {
+    points.reserve(std::max(most, points.capacity() / 4 * 5));
+  }
   LineThinner line(points, tolerance);
   bool isEmpty = true;
   for (std::size_t i = 0; i < coordinates.size(); i += 2) {
