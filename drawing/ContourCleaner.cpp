@@ -7,13 +7,6 @@
 
 namespace orxdrawing {
 
-namespace {
-
-// Readers that calculate in fixed point hold this much, with room for wide strokes and joins.
-constexpr double kReachPoints = 2'000'000;
-
-}  // namespace
-
 ContourCleaner::ContourCleaner(const Box& area, double pointsPerUnit)
     : range{(area.left - kReachPoints) / pointsPerUnit,
             (area.bottom - kReachPoints) / pointsPerUnit,

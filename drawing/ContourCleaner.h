@@ -11,6 +11,10 @@
 
 namespace orxdrawing {
 
+// Readers that calculate in fixed point hold this much beyond a page, with room for wide strokes
+// and joins.
+inline constexpr double kReachPoints = 2'000'000;
+
 class ContourCleaner {
 public:
   // What is beyond 2,000,000 points from a corner of the area is cut.

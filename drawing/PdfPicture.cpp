@@ -34,6 +34,7 @@ ShapeSink& PdfPicture::BeginPage(const PicturePage& page) {
   pages.push_back({page, {}, {}});
   BeginContents();
   content.emplace(text, page.area, settings.pointsPerUnit);
+  farImages.emplace(page.area, settings.pointsPerUnit);
   return *this;
 }
 
@@ -85,6 +86,9 @@ void PdfPicture::Draw(const ImageShape& shape) {
   if (!ExtentOf(shape)) {
     ++losses.images;
     return;
+  }
+  if (farImages->Include(shape)) {
+    return farImages->Draw(shape, [this](const FillShape& sample) { Draw(sample); });
   }
   const ORXPixelImage& image = *shape.image;
   PdfStream data = PutAside(image);

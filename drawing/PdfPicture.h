@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "drawing/Deflater.h"
+#include "drawing/FarImage.h"
 #include "drawing/PdfContent.h"
 #include "drawing/Picture.h"
 #include "drawing/Spool.h"
@@ -88,6 +89,7 @@ private:
   std::string packed;                  // of them, not put aside yet
   TextBuffer text;
   std::optional<PdfContent> content;  // of the last page
+  std::optional<FarImages> farImages;
   PictureLosses losses;
 };
 

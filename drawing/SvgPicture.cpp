@@ -46,6 +46,7 @@ ShapeSink& SvgPicture::BeginPage(const PicturePage& page) {
                              ShortNumber(area.Height()) + " points is too large to be drawn");
   }
   cleaner.emplace(area, settings.pointsPerUnit);
+  farImages.emplace(area, settings.pointsPerUnit);
   const double width = WithoutNoise(area.Width());
   const double height = WithoutNoise(area.Height());
   text.Add(
@@ -198,6 +199,9 @@ void SvgPicture::Draw(const ImageShape& shape) {
   if (!ExtentOf(shape)) {
     ++lostImages;
     return;
+  }
+  if (farImages->Include(shape)) {
+    return farImages->Draw(shape, [this](const FillShape& sample) { Draw(sample); });
   }
   WriteHeldFill();
   EndRun();

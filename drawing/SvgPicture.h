@@ -12,6 +12,7 @@
 #include "drawing/ContourCleaner.h"
 #include "drawing/Decimals.h"
 #include "drawing/Deflater.h"
+#include "drawing/FarImage.h"
 #include "drawing/HeldFill.h"
 #include "drawing/Picture.h"
 #include "drawing/SvgPath.h"
@@ -71,6 +72,7 @@ private:
   DecimalPoints decimals;
   SvgPath path{text, decimals};
   std::optional<ContourCleaner> cleaner;
+  std::optional<FarImages> farImages;
   HeldFill heldFill;
   std::optional<StrokeStyle> strokes;  // of the path that is open
   std::optional<FillStyle> fills;      // of the group that is open

@@ -162,6 +162,18 @@ TEST(SvgPicture, LeavesOutWhatIsNotFiniteAndCutsWhatIsFar) {
   EXPECT_EQ(lost.points, 2U);
 }
 
+TEST(SvgPicture, DrawsWhatCanBeSeenOfAnImageThatReachesFar) {
+  constexpr int kSide = 3;
+  unsigned char samples[kSide * kSide] = {0, 0, 0, 0, 51, 102, 0, 0, 0};
+  const ORXPixelImage image(kSide, kSide, ORXPixelImageFormat::Grey8, samples,
+                            ORXDeallocatePixels::KeepWithCaller);
+  // The page from (10, 20) to (110, 70) lies on the middle row, across the last two columns.
+  const ImageShape shape{&image, -4e6F + 60, -3e6F, 2e6F, 2e6F};
+  EXPECT_EQ(SvgOf([&](ShapeSink& page) { page.Draw(shape); }),
+            "<g fill=\"#333\">\n<path d=\"M10 20h50v50h-50\"/>\n</g>\n"
+            "<g fill=\"#666\">\n<path d=\"M60 20h50v50h-50\"/>\n</g>\n");
+}
+
 TEST(Base64Encoder, GivesTheSameTextHoweverTheBytesAreCut) {
   for (const auto& [bytes, text] : std::vector<std::pair<std::string, std::string>>{
            {"", ""}, {"M", "TQ=="}, {"Ma", "TWE="}, {"Man", "TWFu"}, {"Man!", "TWFuIQ=="}}) {
