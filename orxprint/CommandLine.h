@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "drawing/Comparison.h"
+#include "drawing/PageAreas.h"
 #include "drawing/TraceGenerator.h"
 #include "orxprint/DocumentList.h"
 #include "orxprint/Failure.h"
@@ -29,8 +30,7 @@ inline constexpr std::uint32_t kMostJobs = 1024;
 inline constexpr std::uint32_t kMostPixels = 1'000'000;
 inline constexpr std::uint32_t kMostWithinMillimetres = 1'000'000;
 
-// What a drawing shows.
-enum class Area { Box, HighResolution, Page, Drawing };
+using orxdrawing::Area;
 
 // How long the work on one file may take.
 struct TimeLimit {

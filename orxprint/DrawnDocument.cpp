@@ -7,11 +7,11 @@
 
 #include "drawing/DrawnExtents.h"
 #include "drawing/FindingWords.h"
+#include "drawing/PageAreas.h"
 #include "drawing/Picture.h"
 #include "drawing/Text.h"
 #include "orxprint/Checking.h"
 #include "orxprint/Formats.h"
-#include "orxprint/PageAreas.h"
 #include "orxprint/ShapeRuns.h"
 
 namespace orxprint {
@@ -19,6 +19,7 @@ namespace orxprint {
 namespace {
 
 using orxdrawing::EscapeForTerminal;
+using orxdrawing::PageAreas;
 
 constexpr Box kEmptyPage{0, 0, 595, 842};  // A4, for a page that says no size and draws nothing
 
@@ -68,7 +69,7 @@ PageAreas FindAreas(Session& session, Units units) {
   std::vector<std::uint32_t> numbers(
       std::max<std::size_t>(session.Source().Comments().pageStarts.size(), 1));
   std::iota(numbers.begin(), numbers.end(), 1U);
-  PageAreas areas(session, Area::Box, units, numbers);
+  PageAreas areas = session.AreasOf(Area::Box, units, numbers);
   if (!areas.NeedMeasuring()) return areas;
   const auto drawn =
       std::make_shared<orxdrawing::DrawnExtents>(kMostAskedPages, units.pointsPerUnit);

@@ -24,7 +24,7 @@ void PictureFiles::BeginRun(std::shared_ptr<RunControl> runControl, std::uint32_
 void PictureFiles::BeginPage(std::uint32_t number) {
   Attempt([this, number] {
     page = number;
-    const std::optional<Box> area = plan.areas->Of(number);
+    const std::optional<orxdrawing::Box> area = plan.areas->Of(number);
     if (!area) {  // measuring was stopped before
       sink = nullptr;
       return control->StopNow(Stop::GaveUp);

@@ -14,11 +14,11 @@
 #include <optional>
 #include <string>
 
+#include "drawing/PageAreas.h"
 #include "drawing/Picture.h"
 #include "orxprint/Formats.h"
 #include "orxprint/OutputFile.h"
 #include "orxprint/OutputNames.h"
-#include "orxprint/PageAreas.h"
 #include "orxprint/RunControl.h"
 
 namespace orxprint {
@@ -31,7 +31,7 @@ public:
     OutputName outputName;
     std::uint32_t greatestPage = 1;  // as far as is known now, here and below
     bool numbered = false;
-    std::shared_ptr<const PageAreas> areas;
+    std::shared_ptr<const orxdrawing::PageAreas> areas;
     std::map<std::uint32_t, std::string> labels;  // of pages
   };
 

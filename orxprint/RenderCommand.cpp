@@ -8,6 +8,7 @@
 
 #include "drawing/Extent.h"
 #include "drawing/NullGenerator.h"
+#include "drawing/PageAreas.h"
 #include "drawing/PageFilter.h"
 #include "drawing/ParallelWork.h"
 #include "drawing/ShapeGatherer.h"
@@ -20,7 +21,6 @@
 #include "orxprint/OutputChains.h"
 #include "orxprint/OutputNames.h"
 #include "orxprint/Outputs.h"
-#include "orxprint/PageAreas.h"
 #include "orxprint/PictureFiles.h"
 #include "orxprint/Session.h"
 
@@ -32,6 +32,7 @@ namespace fs = std::filesystem;
 
 using orxdrawing::ExtentSink;
 using orxdrawing::NullGenerator;
+using orxdrawing::PageAreas;
 using orxdrawing::PageFilter;
 using orxdrawing::ShapeGatherer;
 using orxdrawing::ShapeSink;
@@ -190,7 +191,8 @@ private:
   void DrawFiles() {
     TellOfMissingBox();
     const Units units = Units::FromEnvironment();
-    const auto areas = std::make_shared<PageAreas>(session, options.area, units, ForeseenPages());
+    const auto areas =
+        std::make_shared<PageAreas>(session.AreasOf(options.area, units, ForeseenPages()));
     if (areas->NeedMeasuring()) Measure(*areas, units);
     const std::vector<std::uint32_t> foreseen = ForeseenPages();
     const auto files = std::make_shared<PictureFiles>(PictureFiles::Plan{

@@ -99,6 +99,14 @@ PageAnswers Session::Ask() {
   return Ask([](const PageAnswers&) { return std::vector<std::uint32_t>(); });
 }
 
+orxdrawing::PageAreas Session::AreasOf(orxdrawing::Area area, Units units,
+                                       const std::vector<std::uint32_t>& numbers) {
+  return {document->Comments(), area, units.pointsPerUnit, numbers,
+          [this](const std::vector<std::uint32_t>& pages) {
+            return Ask([&pages](const PageAnswers&) { return pages; });
+          }};
+}
+
 PageAnswers Session::Ask(ChoosePages choose) {
   struct Desk {
     const Plugin& plugin;

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "drawing/PageAnswers.h"
+#include "drawing/PageAreas.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "orxprint/CommandLine.h"
@@ -38,6 +39,14 @@ struct PageSelection {
 
   static PageSelection All() { return {}; }
   static PageSelection Only(std::uint32_t page) { return {0, page}; }
+};
+
+// The unit of everything that interpreters answer and draw, as the environment sets it now.
+struct Units {
+  double pointsPerUnit = 72.0 / 25.4;
+
+  static Units FromEnvironment();
+  [[nodiscard]] double MillimetresPerUnit() const { return pointsPerUnit * 25.4 / 72.0; }
 };
 
 class Session {
@@ -72,6 +81,9 @@ public:
   using ChoosePages = std::function<std::vector<std::uint32_t>(const PageAnswers& answers)>;
   [[nodiscard]] PageAnswers Ask(ChoosePages choose);
   [[nodiscard]] PageAnswers Ask();
+  // What the pages of these numbers show, as far as it is stated; asks where that helps.
+  [[nodiscard]] orxdrawing::PageAreas AreasOf(orxdrawing::Area area, Units units,
+                                              const std::vector<std::uint32_t>& numbers);
 
   // Draws on a generator that nobody else touches until this returns.
   template <typename Generator>
@@ -117,14 +129,6 @@ private:
   std::optional<Stop> stop;
   std::optional<ORXPassEnd> limitMet;
   std::vector<std::string> untold;
-};
-
-// The unit of everything that interpreters answer and draw, as the environment sets it now.
-struct Units {
-  double pointsPerUnit = 72.0 / 25.4;
-
-  static Units FromEnvironment();
-  [[nodiscard]] double MillimetresPerUnit() const { return pointsPerUnit * 25.4 / 72.0; }
 };
 
 }  // namespace orxprint

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <numeric>
 #include <stdexcept>
 #include <utility>
 
@@ -98,15 +99,11 @@ OpenDocument::OpenDocument(std::string fileBytes)
 
 void OpenDocument::Draw(PageReceiver& receiver, Progress progress) {
   onProgress = std::move(progress);
-  if (NeedsMeasuring()) {
-    orxdrawing::ExtentSink measure(kPointsPerMillimetre);
-    Run(measure, index);
-    extents = measure.Extents();
-  }
+  const orxdrawing::PageAreas areas = FindAreas();
   PageSink pages(
-      receiver, [this](std::uint32_t page) { return AreaOf(page); },
+      receiver, [&areas](std::uint32_t page) { return areas.Of(page + 1).value_or(kEmptyPage); },
       PageSettings([this] { return MayGoOn(); }));
-  const orxdrawing::PageAnswers answers = AskAboutPages();
+  const orxdrawing::PageAnswers answers = AskAbout(orxdrawing::PagesToCheck);
   Fork both(pages, index);
   orxdrawing::LossJudge lossJudge;
   judge = &lossJudge;
@@ -154,7 +151,7 @@ void OpenDocument::Noted(const ORXNote& note) noexcept {
   }
 }
 
-orxdrawing::PageAnswers OpenDocument::AskAboutPages() {
+orxdrawing::PageAnswers OpenDocument::AskAbout(const ChoosePages& choose) {
   orxframework::TextStream text;
   const auto interpreter = MakeInterpreter(text);
   auto* const watchable = dynamic_cast<ORXWatchable*>(interpreter.get());
@@ -163,11 +160,26 @@ orxdrawing::PageAnswers OpenDocument::AskAboutPages() {
   orxdrawing::Questioner questioner(comments.lines, *interpreter,
                                     [&text](std::string_view shown) { text.Show(shown); });
   orxdrawing::PageAnswers answers = questioner.AskAboutDocument();
-  for (const std::uint32_t page : orxdrawing::PagesToCheck(answers)) {
+  for (const std::uint32_t page : choose(answers)) {
     if (!MayGoOn()) break;
     answers.pages.push_back(questioner.AskAboutPage(page));
   }
   return answers;
+}
+
+orxdrawing::PageAreas OpenDocument::FindAreas() {
+  std::vector<std::uint32_t> numbers(std::max<std::size_t>(comments.pageStarts.size(), 1));
+  std::iota(numbers.begin(), numbers.end(), 1U);
+  orxdrawing::PageAreas areas(comments, orxdrawing::Area::Box, kPointsPerMillimetre, numbers,
+                              [this](const std::vector<std::uint32_t>& pages) {
+                                return AskAbout([&](const auto&) { return pages; });
+                              });
+  if (!areas.NeedMeasuring()) return areas;
+  orxdrawing::ExtentSink measure(kPointsPerMillimetre);
+  Run(measure, index);
+  std::uint32_t number = 1;
+  for (const std::optional<Box>& extent : measure.Extents()) areas.TakeExtent(number++, extent);
+  return areas;
 }
 
 void OpenDocument::KeepFindings(orxdrawing::Findings& found,
@@ -177,18 +189,6 @@ void OpenDocument::KeepFindings(orxdrawing::Findings& found,
   for (orxdrawing::Finding& finding : found.Sorted()) {
     if (orxdrawing::IsVisible(finding)) findings.push_back(std::move(finding));
   }
-}
-
-bool OpenDocument::NeedsMeasuring() const {
-  if (comments.box) return false;
-  const std::size_t pages = std::max<std::size_t>(comments.pageComments, 1);
-  return comments.pageBoxes.size() < pages;
-}
-
-Box OpenDocument::AreaOf(std::uint32_t page) const {
-  if (const auto box = comments.BoxOfPage(page + 1)) return *box;
-  if (page < extents.size() && extents[page]) return orxdrawing::AtLeastVisible(*extents[page]);
-  return kEmptyPage;
 }
 
 }  // namespace orxweb

@@ -14,6 +14,7 @@
 #include "drawing/Extent.h"
 #include "drawing/LossJudge.h"
 #include "drawing/PageAnswers.h"
+#include "drawing/PageAreas.h"
 #include "host/ORXInterpreterWatcher.h"
 #include "host/ORXPrintInterpreter.h"
 #include "web/PageSink.h"
@@ -55,16 +56,18 @@ private:
 
   // One pass over the document whose pages go to the sink, which `placed` may stand behind.
   void Run(orxdrawing::ShapeSink& sink, orxdrawing::PlacedSink& placed);
-  [[nodiscard]] orxdrawing::PageAnswers AskAboutPages();
+  // Answers about the document, and the pages that are chosen when it knows them.
+  using ChoosePages =
+      std::function<std::vector<std::uint32_t>(const orxdrawing::PageAnswers& answers)>;
+  [[nodiscard]] orxdrawing::PageAnswers AskAbout(const ChoosePages& choose);
   void KeepFindings(orxdrawing::Findings& found, const orxdrawing::PageAnswers& answers);
-  [[nodiscard]] bool NeedsMeasuring() const;
-  [[nodiscard]] orxdrawing::Box AreaOf(std::uint32_t page) const;
+  // What each page shows, measured where it does not say so.
+  [[nodiscard]] orxdrawing::PageAreas FindAreas();
 
   std::string bytes;
   std::uint64_t offset = 0;
   std::string_view postScript;
   orxdrawing::DocumentComments comments;
-  std::vector<std::optional<orxdrawing::Box>> extents;
   ShapeIndex index;
   ORXPassEnd end;
   Progress onProgress;

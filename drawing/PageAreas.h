@@ -5,24 +5,31 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <vector>
 
+#include "drawing/DocumentComments.h"
 #include "drawing/Geometry.h"
-#include "orxprint/CommandLine.h"
-#include "orxprint/Session.h"
+#include "drawing/PageAnswers.h"
 
-namespace orxprint {
+namespace orxdrawing {
+
+// What a drawing shows.
+enum class Area { Box, HighResolution, Page, Drawing };
+
+// Asks about the document and the pages of these numbers.
+using AskAboutPages = std::function<PageAnswers(const std::vector<std::uint32_t>& numbers)>;
 
 // The box is that of the page or the document, the high-resolution one where that is wanted and
 // stated; without one the page from its origin serves, and without that the extent of what is
 // drawn, which somebody has to measure.
 class PageAreas {
 public:
-  // Asks the interpreter about the pages of these numbers where their comments say too little.
-  PageAreas(Session& session, Area wantedArea, Units units,
-            const std::vector<std::uint32_t>& numbers);
+  // Of the pages of these numbers, from 1. Asks, at once, where the comments say too little.
+  PageAreas(const DocumentComments& comments, Area wantedArea, double pointsPerUnit,
+            const std::vector<std::uint32_t>& numbers, const AskAboutPages& ask);
 
   // Whether a page of these numbers has no area until it is measured.
   [[nodiscard]] bool NeedMeasuring() const { return needMeasuring; }
@@ -34,7 +41,8 @@ public:
 private:
   [[nodiscard]] std::optional<Box> BoxOf(std::uint32_t number) const;
   [[nodiscard]] std::optional<Box> StatedAreaOf(std::uint32_t number) const;
-  void AskForSizes(Session& session, Units units, std::vector<std::uint32_t> numbers);
+  void TakeSizes(const PageAnswers& answers, double pointsPerUnit,
+                 const std::vector<std::uint32_t>& numbers, bool differ);
 
   Area area;
   std::optional<Box> documentBox;
@@ -47,4 +55,4 @@ private:
   bool needMeasuring = false;
 };
 
-}  // namespace orxprint
+}  // namespace orxdrawing

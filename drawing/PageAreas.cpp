@@ -1,4 +1,4 @@
-#include "orxprint/PageAreas.h"
+#include "drawing/PageAreas.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,15 +6,15 @@
 
 #include "drawing/Extent.h"
 
-namespace orxprint {
+namespace orxdrawing {
 
 namespace {
 
-std::optional<Box> FromOrigin(const std::optional<PageSize>& size, Units units) {
+std::optional<Box> FromOrigin(const std::optional<PageSize>& size, double pointsPerUnit) {
   if (!size || !(size->width > 0) || !(size->height > 0)) return std::nullopt;
   // Sizes are whole points in the document, which single precision has blurred.
-  const auto points = [units](float length) {
-    return std::round(length * units.pointsPerUnit * 1000) / 1000;
+  const auto points = [pointsPerUnit](float length) {
+    return std::round(length * pointsPerUnit * 1000) / 1000;
   };
   return Box{0, 0, points(size->width), points(size->height)};
 }
@@ -26,35 +26,36 @@ std::optional<Box> Find(const std::map<std::uint32_t, Box>& boxes, std::uint32_t
 
 }  // namespace
 
-PageAreas::PageAreas(Session& session, Area wantedArea, Units units,
-                     const std::vector<std::uint32_t>& numbers)
+PageAreas::PageAreas(const DocumentComments& comments, Area wantedArea, double pointsPerUnit,
+                     const std::vector<std::uint32_t>& numbers, const AskAboutPages& ask)
     : area(wantedArea),
-      documentBox(session.Source().Comments().box),
-      pageBoxes(session.Source().Comments().pageBoxes),
-      fineBox(session.Source().Comments().fineBox),
-      finePageBoxes(session.Source().Comments().finePageBoxes) {
+      documentBox(comments.box),
+      pageBoxes(comments.pageBoxes),
+      fineBox(comments.fineBox),
+      finePageBoxes(comments.finePageBoxes) {
   const auto isStated = [this](std::uint32_t number) { return StatedAreaOf(number).has_value(); };
   if (area != Area::Drawing && !std::all_of(numbers.begin(), numbers.end(), isStated)) {
-    AskForSizes(session, units, numbers);
+    // Without page boxes one page's answer is every page's.
+    const bool differ = comments.MentionPageBoxes();
+    std::vector<std::uint32_t> asked = numbers;
+    asked.resize(std::min<std::size_t>(asked.size(), differ ? kMostAskedPages : 1));
+    TakeSizes(ask(asked), pointsPerUnit, asked, differ);
   }
   needMeasuring = !std::all_of(numbers.begin(), numbers.end(), isStated);
 }
 
-// Without page boxes one page's answer is every page's.
-void PageAreas::AskForSizes(Session& session, Units units, std::vector<std::uint32_t> numbers) {
-  const bool differ = session.Source().Comments().MentionPageBoxes();
-  numbers.resize(std::min<std::size_t>(numbers.size(), differ ? kMostAskedPages : 1));
-  const PageAnswers answers = session.Ask([&numbers](const PageAnswers&) { return numbers; });
-  documentSize = FromOrigin(answers.size, units);
+void PageAreas::TakeSizes(const PageAnswers& answers, double pointsPerUnit,
+                          const std::vector<std::uint32_t>& numbers, bool differ) {
+  documentSize = FromOrigin(answers.size, pointsPerUnit);
   for (std::size_t i = 0; i < answers.pages.size(); ++i) {
-    const std::optional<Box> own = FromOrigin(answers.pages[i].size, units);
+    const std::optional<Box> own = FromOrigin(answers.pages[i].size, pointsPerUnit);
     if (own && differ) pageSizes[numbers[i]] = *own;
     if (own && !differ) documentSize = own;
   }
 }
 
 void PageAreas::TakeExtent(std::uint32_t number, const std::optional<Box>& extent) {
-  if (extent) extents[number] = orxdrawing::AtLeastVisible(*extent);
+  if (extent) extents[number] = AtLeastVisible(*extent);
 }
 
 std::optional<Box> PageAreas::BoxOf(std::uint32_t number) const {
@@ -81,4 +82,4 @@ std::optional<Box> PageAreas::Of(std::uint32_t number) const {
   return extent ? extent : BoxOf(number);
 }
 
-}  // namespace orxprint
+}  // namespace orxdrawing
