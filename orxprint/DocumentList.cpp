@@ -11,6 +11,7 @@
 
 #include "orxprint/Failure.h"
 #include "orxprint/Files.h"
+#include "orxprint/Messages.h"
 
 namespace orxprint {
 
@@ -96,7 +97,9 @@ std::vector<ListedDocument> ListDocuments(const DocumentChoice& choice) {
   for (const std::string& name : names) {
     const bool isFolder = name != "-" && StatusOf(PathOf(name)).kind == FileKind::Folder;
     if (isFolder && choice.takesFolders) {
-      std::ranges::move(FolderListing(PathOf(name)).List(), std::back_inserter(documents));
+      std::vector<ListedDocument> held = FolderListing(PathOf(name)).List();
+      if (held.empty()) Warn(name, "holds no file that ends with .eps, .epsf or .epsi");
+      std::ranges::move(held, std::back_inserter(documents));
     } else {
       documents.push_back({name, {}, isFolder ? "is a directory; -R takes what it holds" : ""});
     }

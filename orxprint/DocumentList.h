@@ -32,8 +32,9 @@ struct ListedDocument {
   friend bool operator==(const ListedDocument&, const ListedDocument&) = default;
 };
 
-// Folders that cannot be read, or were not to be taken, count as documents with a problem. Throws
-// Failure when the list of names cannot be read.
+// Folders that cannot be read, or were not to be taken, count as documents with a problem; the
+// person is warned of those that hold no document. Throws Failure when the list of names cannot be
+// read.
 [[nodiscard]] std::vector<ListedDocument> ListDocuments(const DocumentChoice& choice);
 
 }  // namespace orxprint

@@ -143,6 +143,7 @@ class Batches(CommandLine):
         ]:
             self.expect(2, *arguments, message=message)
         self.expect(1, "check", "--files0-from", "missing", message="missing")
+        self.expect(0, "check", "-R", "out", "in/b.eps", message="out: warning: holds no file that ends")
         self.expect(1, "check", "in", "in/b.eps", message="in: is a directory; -R takes what it holds")
 
     def test_two_documents_do_not_share_an_output(self):
