@@ -27,21 +27,22 @@ inline constexpr const char* kFooter =
     "A FILE of - is standard input; an output of - is standard output.\n"
     "\n"
     "Exit status: 0 all went well; 1 a file could not be read or drawn (the others are\n"
-    "done); 2 wrong usage; 3 content is missing or wrong (check, render --strict); 4 a limit was "
-    "met (what was drawn is written); 5 the plug-in could\n"
-    "not be loaded.";
+    "done); 2 wrong usage; 3 content is missing or wrong (check, render --strict); 4 a limit was\n"
+    "met (what was drawn is written); 5 the plug-in could not be loaded.";
 
 inline constexpr const char* kRenderFooter =
     "The format follows OUT's ending unless -f is given; it is svg without either. Without -o the\n"
     "output stands beside the input under its name with the new ending; OUT may be a folder.\n"
     "PDF takes all pages in one file. Several pages of SVG or PNG are numbered, as in name-2.svg,\n"
     "or where OUT has %d or %03d. Output appears under its name only when it is complete.\n"
+    "Several documents are drawn at once, each in a process of its own; on Windows one by one.\n"
     "\n"
     "Examples:\n"
     "  orxprint render part.eps -o part.pdf\n"
     "  orxprint render *.eps -f png -r 300 -o pictures/\n"
     "  orxprint render manual.eps -o 'page-%d.svg' --pages 1,3-5,7-\n"
-    "  orxprint render *.eps -f png --fit 256x256 -o previews/";
+    "  orxprint render *.eps -f png --fit 256x256 -o previews/\n"
+    "  orxprint render -R drawings -f pdf -o pdf/ --newer --report drawn.jsonl";
 
 inline constexpr const char* kCheckFooter =
     "Interprets and draws nothing. Prints one line for a document of which nothing is lost;\n"
@@ -51,7 +52,7 @@ inline constexpr const char* kCheckFooter =
     "\n"
     "Examples:\n"
     "  orxprint check *.eps\n"
-    "  orxprint check *.eps --html drawings.html";
+    "  orxprint check -R drawings --html drawings.html";
 
 inline constexpr const char* kInfoFooter =
     "Prints what the comments say, with the line of each box, what was drawn, and warnings by\n"
