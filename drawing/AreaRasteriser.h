@@ -98,7 +98,7 @@ private:
     isOpen = false;
   }
 
-  static constexpr std::int64_t kWhole = 2 * agg::poly_subpixel_scale;
+  static constexpr std::int64_t kWhole = std::int64_t{2} * agg::poly_subpixel_scale;
 
   // From twice the area in 256ths of a pixel each way.
   static unsigned CoverOf(std::int64_t doubleArea, FillRule rule) {

@@ -84,7 +84,7 @@ void DenseCells::AddInRow(int row, int x1, int y1, int x2, int y2, bool goesDown
     Cell& cell = left[column - tile.left];
     const int cover = goesDown ? height : -height;
     cell.cover += cover;
-    cell.area += (from + to) * cover;
+    cell.area += std::int64_t{from + to} * cover;
   };
   int column = x1 >> kShift;
   const int lastColumn = x2 >> kShift;

@@ -206,11 +206,11 @@ private:
     bool isOfInterest = false;
     std::string seam;  // the last bytes of the block before
     for (std::uint64_t place = start; Load(place); place += bytes.size()) {
-      const auto end = std::find_if(bytes.begin(), bytes.end(), IsLineEnd);
-      const std::string_view piece(bytes.data(), static_cast<std::size_t>(end - bytes.begin()));
+      const char* const end = std::find_if(bytes.data(), bytes.data() + bytes.size(), IsLineEnd);
+      const std::string_view piece(bytes.data(), static_cast<std::size_t>(end - bytes.data()));
       seam += piece.substr(0, kLongestWord);
       isOfInterest = isOfInterest || HasWord(seam) || HasWord(piece);
-      if (end != bytes.end()) return {place + piece.size(), isOfInterest};
+      if (piece.size() < bytes.size()) return {place + piece.size(), isOfInterest};
       seam = piece.substr(piece.size() - std::min(piece.size(), kLongestWord));
     }
     return {blockPlace, isOfInterest};

@@ -117,8 +117,8 @@ void LossJudge::DrawingImage(float x, float y, const ORXPixelImage& image,
   const ORXGraphics graphics = interpreter.Graphics();
   ++findings.summary.images;
   const double scale = graphics.unitScale;
-  const double width = std::fabs(image.Width() * image.GetXPixelSize()) / scale;
-  const double height = std::fabs(image.Height() * image.GetYPixelSize()) / scale;
+  const double width = std::fabs(double{image.GetXPixelSize()} * image.Width()) / scale;
+  const double height = std::fabs(double{image.GetYPixelSize()} * image.Height()) / scale;
   if (width < kThinPoints || height < kThinPoints) {
     CountAt(Loss::ImageThin, "image", interpreter);
   }

@@ -86,7 +86,7 @@ private:
     std::uint64_t lost = 0;
   };
 
-  BatchedShape Begin(BatchedShape::Kind kind, PixelColour colour) const;
+  [[nodiscard]] BatchedShape Begin(BatchedShape::Kind kind, PixelColour colour) const;
   // Calls end(std::size_t first, Cover&) behind each contour, whose points begin at `first`.
   template <typename Ending>
   Cover AddContours(const Contours& from, Ending end);

@@ -65,7 +65,7 @@ void SvgPath::Number(const Decimal& number) { Number(DecimalText(number).View())
 void SvgPath::Number(const Place& place) {
   if (place.exact.isExact) return Number(place.exact);
   char digits[32];
-  const auto end =
+  char* const end =
       std::to_chars(digits, digits + sizeof digits, decimals.PointsOf(place.value)).ptr;
   Number(std::string_view(digits, static_cast<std::size_t>(end - digits)));
 }

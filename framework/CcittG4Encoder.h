@@ -112,7 +112,8 @@ private:
         Add(kPass);
         a0 = b2;
       } else if (std::abs(a1 - b1) <= 3) {
-        Add(kVertical[static_cast<std::size_t>(a1 - b1 + 3)]);
+        const int offset = a1 - b1 + 3;
+        Add(kVertical[static_cast<std::size_t>(offset)]);
         a0 = a1;
         ++next;
       } else {
@@ -139,7 +140,8 @@ private:
     const RunCodes& codes = isBlack ? kBlack : kWhite;
     while (run >= kFirstMakeUp) {
       const int part = std::min(run, kLongestMakeUp) / kMakeUpStep;
-      Add(codes[static_cast<std::size_t>(kFirstMakeUp + part)]);
+      const int index = kFirstMakeUp + part;
+      Add(codes[static_cast<std::size_t>(index)]);
       run -= part * kMakeUpStep;
     }
     Add(codes[static_cast<std::size_t>(run)]);

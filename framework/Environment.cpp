@@ -16,7 +16,7 @@
 #include "host/ORXSystem.h"
 
 #if !defined(_WIN32)
-extern "C" char** environ;
+extern "C" char** environ;  // NOLINT(readability-redundant-declaration): only GNU declares it
 #endif
 
 namespace orxframework {

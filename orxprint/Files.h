@@ -22,6 +22,7 @@ struct FileIdentity {
   std::uint64_t device = 0;
   std::uint64_t number = 0;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): no pointer is here
   friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
 };
 

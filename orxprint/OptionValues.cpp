@@ -97,15 +97,15 @@ orxdrawing::TraceCallSet ParseCalls(const std::vector<std::string>& names) {
   const auto& calls = orxdrawing::kTraceCalls;
   orxdrawing::TraceCallSet set = 0;
   for (const std::string& name : names) {
-    const auto found = std::find(calls.begin(), calls.end(), name);
-    if (found == calls.end()) {
+    const auto* const found = std::find(calls.data(), calls.data() + calls.size(), name);
+    if (found == calls.data() + calls.size()) {
       std::string expected;
       for (const std::string_view call : calls) {
         expected += (expected.empty() ? "a call: " : ", ") + std::string(call);
       }
       Refuse("--only", name, expected);
     }
-    set |= 1U << (found - calls.begin());
+    set |= 1U << (found - calls.data());
   }
   return names.empty() ? orxdrawing::kAllTraceCalls : set;
 }

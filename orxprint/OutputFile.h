@@ -26,6 +26,7 @@ struct FilePlace {
   FileIdentity folder;
   std::string name;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr): no pointer is here
   friend auto operator<=>(const FilePlace&, const FilePlace&) = default;
 };
 

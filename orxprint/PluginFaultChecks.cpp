@@ -84,7 +84,7 @@ std::string StandsThrowingGenerator(const std::filesystem::path& file) {
     Host host(candidate, kShapes);
     int calls = 0;
     ActingGenerator generator(host.Generator(),
-                              [&] { return ++calls == throwing ? throw calls : 0; });
+                              [&] { return ++calls == throwing ? throw int{calls} : 0; });
     RequireEqual(host->Generate(&generator), 0, "when the generator throws, Generate answers");
     RequireEqual(calls, throwing, "when the generator throws, the number of calls is");
     host.Destroy();

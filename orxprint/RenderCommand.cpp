@@ -18,6 +18,7 @@ std::vector<Chain> ChainsByOutput(const std::vector<ListedDocument>& documents,
                                   const RenderOptions& options) {
   if (!options.format->WritesFiles()) return {};
   std::vector<std::string> outputs;
+  outputs.reserve(documents.size());
   for (const ListedDocument& document : documents) {
     outputs.push_back(ChooseOutput(document, options).Whole());
   }

@@ -114,6 +114,7 @@ private:
       return {outputName.Whole()};
     }
     std::vector<std::string> names;
+    names.reserve(numbers.size());
     const std::uint32_t greatest = *std::ranges::max_element(numbers);
     for (const std::uint32_t page : numbers) names.push_back(outputName.ForPage(page, greatest));
     return names;

@@ -12,7 +12,7 @@
 
 #include "orxprint/Descriptor.h"
 
-extern "C" char** environ;
+extern "C" char** environ;  // NOLINT(readability-redundant-declaration): only GNU declares it
 
 namespace orxprint {
 

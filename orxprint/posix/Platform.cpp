@@ -22,7 +22,7 @@
 #  include <malloc.h>
 #endif
 
-extern "C" char** environ;
+extern "C" char** environ;  // NOLINT(readability-redundant-declaration): only GNU declares it
 
 namespace orxprint {
 
@@ -61,6 +61,7 @@ std::filesystem::path ProgramFile() {
   std::filesystem::path file = std::filesystem::read_symlink("/proc/self/exe", error);
   if (!error) return file;
   // Without /proc the system still tells the name that the program was started by.
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): it gives the address as a number
   const auto* startedBy = reinterpret_cast<const char*>(getauxval(AT_EXECFN));
   file = startedBy ? std::filesystem::canonical(startedBy, error) : std::filesystem::path();
   return error ? std::filesystem::path() : file;
