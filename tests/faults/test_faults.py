@@ -464,6 +464,20 @@ class Waiting(Faults):
         self.assertIn(b"slow.eps: interpreting, 1 s", os.read(terminal, 1 << 16))
         os.close(terminal)
 
+    def test_files_are_counted_at_the_terminal(self):
+        for name in ("a.eps", "b.eps", "c.eps"):
+            self.write(name, ENDLESS if name == "b.eps" else SMALL)
+        terminal, end = pty.openpty()
+        arguments = ["a.eps", "b.eps", "c.eps", "-f", "none", "--jobs", "1", "--time-limit", "2"]
+        process = self.start("render", *arguments, stderr=end)
+        os.close(end)
+        process.communicate(timeout=20)
+        shown = os.read(terminal, 1 << 16)
+        os.close(terminal)
+        self.assertEqual(process.returncode, 4)
+        self.assertRegex(shown, rb"\r\x1b\[Korxprint: 1 of 3 files, 1 s\r")
+        self.assertTrue(shown.endswith(b"orxprint: 3 drawn (0:02)\r\n"), shown)
+
 
 class Memory(Faults):
     def test_out_of_memory_is_4_whatever_the_output_is(self):
