@@ -39,6 +39,7 @@ struct Task {
 struct AnswerHead {
   std::size_t item = 0;
   std::size_t size = 0;
+  bool isLast = false;  // the worker ends behind it
 };
 
 struct Worker {
@@ -46,7 +47,7 @@ struct Worker {
   Descriptor line;    // to it and from it
   std::string received;
   std::optional<Task> task;  // begins with the item whose answer comes next
-  bool hasAnswered = false;  // since it was given the task
+  bool isLeaving = false;    // takes no more tasks
   [[nodiscard]] bool IsThere() const { return process != 0; }
 };
 
@@ -61,18 +62,31 @@ bool ReadWhole(int file, void* place, std::size_t size) {
   return true;
 }
 
-// The life of a worker: until its line ends, or until it is not as good as new.
-[[noreturn]] void WorkAtTasks(int line, const SharedWork& shared) {
+// Returns whether the worker is as good as new.
+bool AnswerItem(int line, const SharedWork& shared, std::size_t item) {
+  const std::string answer = shared.work(item);
+  const AnswerHead head{item, answer.size(), AnyRunWasLeft()};
+  std::string message(reinterpret_cast<const char*>(&head), sizeof head);
+  message += answer;
+  return WriteAll(line, message, {}) == 0 && !head.isLast;
+}
+
+void WorkAtTasks(int line, const SharedWork& shared) {
   Task task;
-  while (!AnyRunWasLeft() && ReadWhole(line, &task, sizeof task)) {
+  while (ReadWhole(line, &task, sizeof task)) {
     const Chain& chain = shared.chains[task.chain];
-    for (std::size_t i = task.begin; i < chain.size() && !AnyRunWasLeft(); ++i) {
-      const std::string answer = shared.work(chain[i]);
-      const AnswerHead head{chain[i], answer.size()};
-      std::string message(reinterpret_cast<const char*>(&head), sizeof head);
-      message += answer;
-      if (WriteAll(line, message, {}) != 0) std::_Exit(EXIT_FAILURE);
+    for (std::size_t i = task.begin; i < chain.size(); ++i) {
+      if (!AnswerItem(line, shared, chain[i])) return;
     }
+  }
+}
+
+// Nothing may come back from here into what is the first process's.
+[[noreturn]] void BeWorker(int line, const SharedWork& shared) {
+  try {
+    WorkAtTasks(line, shared);
+  } catch (...) {
+    std::_Exit(EXIT_FAILURE);
   }
   std::fflush(nullptr);
   std::_Exit(EXIT_SUCCESS);
@@ -101,8 +115,7 @@ public:
 
   void Work() {
     Assign();
-    while (goesOn &&
-           std::ranges::any_of(workers, [](const Worker& w) { return w.task.has_value(); })) {
+    while (goesOn && (!tasks.empty() || std::ranges::any_of(workers, HasTask))) {
       Listen();
       shared.onWait();
       if (goesOn) Assign();
@@ -111,6 +124,7 @@ public:
   }
 
 private:
+  static bool HasTask(const Worker& worker) { return worker.task.has_value(); }
   [[nodiscard]] std::size_t WorkerCount() const {
     return std::clamp<std::size_t>(shared.workers, 1,
                                    std::max<std::size_t>(shared.chains.size(), 1));
@@ -120,12 +134,11 @@ private:
   void Assign() {
     for (Worker& worker : workers) {
       if (tasks.empty()) return;
-      if (worker.task) continue;
+      if (worker.task || worker.isLeaving) continue;
       if (!worker.IsThere() && !Start(worker)) continue;
       const Task task = tasks.back();
       tasks.pop_back();
       worker.task = task;
-      worker.hasAnswered = false;
       int flags = 0;
 #if defined(MSG_NOSIGNAL)
       flags = MSG_NOSIGNAL;
@@ -155,7 +168,7 @@ private:
       here.Close();
       // A line ends when nobody holds its other end.
       for (Worker& other : workers) other.line.Close();
-      WorkAtTasks(there.Number(), shared);
+      BeWorker(there.Number(), shared);
     }
     if (process < 0) {
       startError = errno;
@@ -195,10 +208,11 @@ private:
       if (worker.received.size() - place - sizeof head < head.size) break;
       answers[head.item] = {worker.received.substr(place + sizeof head, head.size), {}};
       place += sizeof head + head.size;
-      worker.hasAnswered = true;
+      worker.isLeaving = head.isLast;
       Advance(worker);
     }
     worker.received.erase(0, place);
+    if (worker.isLeaving) GiveBack(worker);
   }
 
   void Advance(Worker& worker) {
@@ -207,19 +221,20 @@ private:
     }
   }
 
-  // A worker leaves by itself behind an answer; one that leaves an item without an answer was
-  // ended by it.
+  // The rest of its task is for another one.
+  void GiveBack(Worker& worker) {
+    if (worker.task) tasks.push_back(*worker.task);
+    worker.task.reset();
+  }
+
+  // An item that was at work then has no answer.
   void TakeEnd(Worker& worker) {
     const ChildEnd end = Bury(worker);
-    if (!worker.task) return;
-    const bool leftByItself =
-        worker.hasAnswered && end.how == ChildEnd::How::Exited && end.value == EXIT_SUCCESS;
-    if (!leftByItself) {
+    if (worker.task) {
       answers[shared.chains[worker.task->chain][worker.task->begin]] = {std::nullopt, end};
       Advance(worker);
     }
-    if (worker.task) tasks.push_back(*worker.task);
-    worker.task.reset();
+    GiveBack(worker);
   }
 
   // Waits for a worker that has been told to end, or is about to.
@@ -230,6 +245,7 @@ private:
     while (waitpid(worker.process, &status, 0) < 0 && errno == EINTR) {
     }
     worker.process = 0;
+    worker.isLeaving = false;
     worker.received.clear();
     if (WIFSIGNALED(status)) return {ChildEnd::How::Killed, WTERMSIG(status), {}};
     return {ChildEnd::How::Exited, WEXITSTATUS(status), {}};

@@ -539,6 +539,15 @@ class Failing(Faults):
         self.assertIn(b"<path", self.read("a.svg"))
         self.assertIn(b"Pages: not stated", self.expect(4, "info", *hanging, message=message))
 
+    def test_what_hangs_in_one_document_leaves_the_others_their_turn(self):
+        names = [f"{i}.eps" for i in range(5)]
+        for name in names:
+            self.write(name, SMALL)
+        hanging = ["--plugin", str(FAULTS / "RUN_HANGS.so"), "--time-limit", "0.3", "--jobs", "2"]
+        self.expect(4, "render", *names, *hanging, "-f", "none", "--report", "report.jsonl")
+        results = [json.loads(line)["result"] for line in self.read("report.jsonl").splitlines()]
+        self.assertEqual(results, ["limited"] * len(names))
+
     def test_how_a_pass_ended_is_told_once(self):
         self.write("two.eps", pages(2))
         silent = ["a.eps", "--plugin", str(FAULTS / "RUN_TELLS_NOTHING.so")]
