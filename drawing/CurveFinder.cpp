@@ -96,16 +96,35 @@ double MostBetweenChordAndCurve(const Axis& x, const Axis& y) {
   return 6 * std::max(atBegin, atEnd) / (8 * kSteps * kSteps);
 }
 
+// A mitre reaches half the width, divided by the cosine of half the turn.
+bool HasSharpJoin(std::span<const float> coordinates, const CurveLimits& limits) {
+  const double ofHalf = limits.width / (limits.width + 2 * limits.distance);
+  const double leastCosine = 2 * ofHalf * ofHalf - 1;
+  const auto chord = [&](std::size_t i) {
+    return Point{double{coordinates[i + 2]} - coordinates[i],
+                 double{coordinates[i + 3]} - coordinates[i + 1]};
+  };
+  for (std::size_t i = 2; i + 2 < coordinates.size(); i += 2) {
+    const Point before = chord(i - 2);
+    const Point after = chord(i);
+    const double lengths = std::hypot(before.x, before.y) * std::hypot(after.x, after.y);
+    if (before.x * after.x + before.y * after.y < leastCosine * lengths) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
-std::optional<CurveControls> FindCurve(std::span<const float> coordinates, double tolerance) {
+std::optional<CurveControls> FindCurve(std::span<const float> coordinates,
+                                       const CurveLimits& limits) {
   const Axis x = Fit(coordinates, 0);
   const Axis y = Fit(coordinates, 1);
-  const double rounding = kRoundingShare * tolerance;
+  const double rounding = kRoundingShare * limits.distance;
   if (!GoesThrough(x, coordinates, 0, rounding) || !GoesThrough(y, coordinates, 1, rounding) ||
-      MostBetweenChordAndCurve(x, y) > tolerance) {
+      MostBetweenChordAndCurve(x, y) > limits.distance) {
     return std::nullopt;
   }
+  if (limits.width > 0 && HasSharpJoin(coordinates, limits)) return std::nullopt;
   return CurveControls{{x.first, y.first}, {x.second, y.second}};
 }
 

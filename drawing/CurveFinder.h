@@ -21,9 +21,18 @@ struct CurveControls {
   Point second;
 };
 
-// None unless the points are those of a curve, of which the chords between them are nowhere further
-// away than `tolerance`. REQUIRES: kCurvePoints points, finite.
+// What tells chords from their curve, in the units of the coordinates.
+struct CurveLimits {
+  // Between a chord and the curve, and between the tips of the joins of two chords and the curve's
+  // edge.
+  double distance = 0;
+  // Of the line that follows the chords; 0 for the outlines of areas.
+  double width = 0;
+};
+
+// None unless the points are those of a curve from which the chords between them are not told.
+// REQUIRES: kCurvePoints points, finite.
 [[nodiscard]] std::optional<CurveControls> FindCurve(std::span<const float> coordinates,
-                                                     double tolerance);
+                                                     const CurveLimits& limits);
 
 }  // namespace orxdrawing

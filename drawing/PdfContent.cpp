@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "drawing/CurveFinder.h"
-
 namespace orxdrawing {
 
 namespace {
@@ -12,7 +10,10 @@ namespace {
 // Strokes of equal attributes share a path up to this many points: longer ones slow readers down.
 constexpr std::size_t kPointsOfFullPath = 1000;
 constexpr int kMostExactDecimals = 4;
-constexpr int kDecimalsOfOthers = 3;
+// Of the ends of steps shorter than this part of their line's width.
+constexpr int kFineDecimals = 5;
+constexpr double kShortStep = 0.1;
+constexpr double kLeastStep = 0.001;  // points
 
 double Clamped(float component) {
   return std::isnan(component) ? 0.0 : std::clamp<double>(component, 0, 1);
@@ -26,21 +27,33 @@ bool EndsWhereItBegins(std::span<const float> coordinates) {
          coordinates[1] == coordinates[size - 1];
 }
 
-}  // namespace
-
-Decimal PdfContent::NumberOf(float value) const {
-  const Decimal exact = decimals.Of(value, kMostExactDecimals);
-  if (exact.isExact) return exact;
-  return DecimalPoints::Nearest(decimals.PointsOf(value), kDecimalsOfOthers);
+bool IsOnePoint(std::span<const float> coordinates) {
+  for (std::size_t i = 2; i < coordinates.size(); i += 2) {
+    if (coordinates[i] != coordinates[0] || coordinates[i + 1] != coordinates[1]) return false;
+  }
+  return true;
 }
 
-void PdfContent::AddNumber(float value) {
+}  // namespace
+
+Decimal PdfContent::NumberOf(float value, int others) const {
+  const Decimal exact = decimals.Of(value, kMostExactDecimals);
+  if (exact.isExact) return exact;
+  return DecimalPoints::Nearest(decimals.PointsOf(value), others);
+}
+
+void PdfContent::AddPoint(std::span<const float> point, int others) {
+  AddNumber(point[0], others);
+  AddNumber(point[1], others);
+}
+
+void PdfContent::AddNumber(float value, int others) {
   if (IsFar(decimals.PointsOf(value))) return AddNumber(decimals.PointsOf(value));
-  AddNumber(NumberOf(value));
+  AddNumber(NumberOf(value, others));
 }
 
 void PdfContent::AddNumber(double points) {
-  if (!IsFar(points)) return AddNumber(DecimalPoints::Nearest(points, kDecimalsOfOthers));
+  if (!IsFar(points)) return AddNumber(DecimalPoints::Nearest(points, kDecimals));
   text.AddNumber(points, NumberForm::Plain);
   text.Add(' ');
 }
@@ -94,10 +107,20 @@ void PdfContent::Draw(const StrokeShape& stroke) {
 void PdfContent::AddLine(std::span<const float> line) {
   if (line.size() < 4) return;
   openPoints += line.size() / 2;
+  if (style->cap == LineCap::Square && IsOnePoint(line)) return AddSquareDot(line.first(2));
   const bool isClosed = EndsWhereItBegins(line);
   if (isClosed && AddRectangle(line.first(line.size() - 2))) return;
-  AddContour(line, isClosed);
+  AddContour(line, isClosed, style->width * kPointsPerMillimetre);
   if (isClosed) text.Add("h\n");
+}
+
+// Readers draw nothing for a line of no length with such caps, as it has no direction.
+void PdfContent::AddSquareDot(std::span<const float> point) {
+  AddPoint(point, kDecimals);
+  text.Add("m\n");
+  AddNumber(decimals.PointsOf(point[0]) + kLeastStep);
+  AddNumber(point[1]);
+  text.Add("l\n");
 }
 
 void PdfContent::EndPath() {
@@ -131,7 +154,7 @@ void PdfContent::Write(const FillShape& fill) {
   cleaner.VisitAreas(fill.contours, [&](std::span<const float> area) {
     if (area.size() < 6) return;
     const bool isClosed = EndsWhereItBegins(area);
-    if (!AddRectangle(isClosed ? area.first(area.size() - 2) : area)) AddContour(area, isClosed);
+    if (!AddRectangle(isClosed ? area.first(area.size() - 2) : area)) AddContour(area, isClosed, 0);
     isEmpty = false;
   });
   if (!isEmpty) text.Add(fill.rule == FillRule::EvenOdd ? "f*\n" : "f\n");
@@ -145,7 +168,7 @@ void PdfContent::WriteEdged(const FillShape& fill, const StrokeShape& stroke) {
   openPoints = 0;
 }
 
-void PdfContent::AddContour(std::span<const float> coordinates, bool isClosed) {
+void PdfContent::AddContour(std::span<const float> coordinates, bool isClosed, double width) {
   const std::size_t last = coordinates.size() - 2;
   const auto repeats = [&](std::size_t i) {
     return coordinates[i] == coordinates[i - 2] && coordinates[i + 1] == coordinates[i - 1];
@@ -153,30 +176,37 @@ void PdfContent::AddContour(std::span<const float> coordinates, bool isClosed) {
   for (std::size_t i = 0; i <= last; i += 2) {
     if (i > 0 && repeats(i)) {
       // A curve begins with the point that is there already.
-      if (AddCurve(coordinates.subspan(i))) {
+      if (AddCurve(coordinates.subspan(i), width)) {
         i += 2 * (kCurvePoints - 1);
         continue;
       }
       if (i < last && !repeats(i + 2)) continue;
     }
     if (i == last && isClosed) break;
-    AddNumber(coordinates[i]);
-    AddNumber(coordinates[i + 1]);
+    const bool isFine = (i > 0 && IsShort(coordinates.subspan(i - 2, 4), width)) ||
+                        (i < last && IsShort(coordinates.subspan(i, 4), width));
+    AddPoint(coordinates.subspan(i, 2), isFine ? kFineDecimals : kDecimals);
     text.Add(i == 0 ? "m\n" : "l\n");
   }
 }
 
-bool PdfContent::AddCurve(std::span<const float> coordinates) {
+// A step that may come of rounding is not meant to turn a join.
+bool PdfContent::IsShort(std::span<const float> step, double width) const {
+  const double length = std::max(std::abs(step[2] - step[0]), std::abs(step[3] - step[1]));
+  return length > kLeastStep * unitsPerPoint && length < kShortStep * width * unitsPerPoint;
+}
+
+bool PdfContent::AddCurve(std::span<const float> coordinates, double width) {
   constexpr std::size_t kSize = 2 * kCurvePoints;
   if (coordinates.size() < kSize) return false;
-  const auto controls = FindCurve(coordinates.first(kSize), curveTolerance);
+  const auto controls = FindCurve(coordinates.first(kSize),
+                                  {kCurveTolerancePoints * unitsPerPoint, width * unitsPerPoint});
   if (!controls) return false;
   for (const Point& point : {controls->first, controls->second}) {
     AddNumber(decimals.PointsOf(point.x));
     AddNumber(decimals.PointsOf(point.y));
   }
-  AddNumber(coordinates[kSize - 2]);
-  AddNumber(coordinates[kSize - 1]);
+  AddPoint(coordinates.subspan(kSize - 2, 2), kDecimals);
   text.Add("c\n");
   return true;
 }

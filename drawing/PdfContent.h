@@ -1,8 +1,8 @@
 // The operators of a PDF page's content: paths and their attributes, each told when it changes.
 //
 // Coordinates of up to four decimals are written as the document has them, others, which come of
-// computing, to the nearest thousandth of a point. Chords no further from their curve than a
-// fiftieth of a point become that curve again.
+// computing, to the nearest thousandth of a point, or finer where short steps of a wide line turn
+// its joins. Chords no further from their curve than a fiftieth of a point become that curve again.
 #pragma once
 
 #include <cstddef>
@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "drawing/ContourCleaner.h"
+#include "drawing/CurveFinder.h"
 #include "drawing/Decimals.h"
 #include "drawing/HeldFill.h"
 #include "drawing/Shapes.h"
@@ -25,7 +26,7 @@ public:
       : text(textBuffer),
         decimals(pointsPerUnit),
         cleaner(area, pointsPerUnit),
-        curveTolerance(kCurveTolerancePoints / pointsPerUnit) {}
+        unitsPerPoint(1 / pointsPerUnit) {}
 
   void Draw(const StrokeShape& stroke);
   void Draw(const FillShape& fill);
@@ -38,6 +39,7 @@ public:
 
 private:
   static constexpr double kCurveTolerancePoints = 0.02;
+  static constexpr int kDecimals = 3;  // of coordinates that have more than a document writes
 
   struct StrokeStyle {
     Colour colour;
@@ -54,23 +56,29 @@ private:
   // Paints the strokes that are still open.
   void EndPath();
   void AddLine(std::span<const float> line);
+  void AddSquareDot(std::span<const float> point);
   void AddColour(const Colour& colour, std::string_view greyOperator,
                  std::string_view colourOperator);
-  // The last point of a closed contour is written only if a curve ends there.
-  void AddContour(std::span<const float> coordinates, bool isClosed);
+  // Of a line of this width in points, or of an area, 0. The last point of a closed contour is
+  // written only if a curve ends there.
+  void AddContour(std::span<const float> coordinates, bool isClosed, double width);
+  // Whether the step between two points needs finer numbers.
+  [[nodiscard]] bool IsShort(std::span<const float> step, double width) const;
   // Whether a curve begins with the first of these points; it is then added.
-  [[nodiscard]] bool AddCurve(std::span<const float> coordinates);
+  [[nodiscard]] bool AddCurve(std::span<const float> coordinates, double width);
   // Whether the four points are a rectangle along the axes, which is then added as such.
   [[nodiscard]] bool AddRectangle(std::span<const float> corners);
-  void AddNumber(float value);
+  // Numbers that have more decimals than a document writes get as many as `others`.
+  void AddPoint(std::span<const float> point, int others);
+  void AddNumber(float value, int others = kDecimals);
   void AddNumber(double points);
   void AddNumber(const Decimal& number);
-  [[nodiscard]] Decimal NumberOf(float value) const;
+  [[nodiscard]] Decimal NumberOf(float value, int others = kDecimals) const;
 
   TextBuffer& text;
   DecimalPoints decimals;
   ContourCleaner cleaner;
-  double curveTolerance;  // in units
+  double unitsPerPoint;
   HeldFill heldFill;
   std::optional<StrokeStyle> style;
   Colour fillColour;

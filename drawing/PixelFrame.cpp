@@ -20,6 +20,13 @@ int PixelsOf(double points, double pixelsPerPoint) {
 
 }  // namespace
 
+double PixelFrame::Rounding() const {
+  constexpr double kRoundings = 8;  // one by one, until a place is computed
+  const double farthest = std::max(
+      {std::abs(area.left), std::abs(area.right), std::abs(area.bottom), std::abs(area.top)});
+  return kRoundings * std::numeric_limits<float>::epsilon() * farthest * pixelsPerPoint;
+}
+
 PixelFrame FrameOfResolution(const Box& area, double pointsPerUnit, double dotsPerInch) {
   const double pixelsPerPoint = dotsPerInch / kPointsPerInch;
   return {PixelsOf(area.Width(), pixelsPerPoint), PixelsOf(area.Height(), pixelsPerPoint),

@@ -29,6 +29,8 @@ struct PixelFrame {
   [[nodiscard]] double DotsPerInch() const { return pixelsPerPoint * 72; }
   [[nodiscard]] double PixelsPerUnit() const { return pixelsPerPoint * pointsPerUnit; }
   [[nodiscard]] PixelRect Bounds() const { return {0, 0, width, height}; }
+  // By how many pixels the interpreter's numbers, which are floats, may be off in the picture.
+  [[nodiscard]] double Rounding() const;
   // Not finite where the coordinates are not.
   [[nodiscard]] Point ToPixels(double x, double y) const {
     const double scale = PixelsPerUnit();

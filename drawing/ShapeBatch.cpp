@@ -50,8 +50,8 @@ std::uint64_t ShapeBatch::Add(const StrokeShape& stroke, PixelColour colour) {
   shape.width = std::clamp<double>(width, 1, kMostWidth);
   shape.cap = stroke.cap;
   drawn.Clear();
-  const Cover cover =
-      AddContours(stroke.contours, [this](std::size_t first, Cover&) { EndLine(first); });
+  const Cover cover = AddContours(stroke.contours, shape.width,
+                                  [this](std::size_t first, Cover&) { EndLine(first); });
   const bool hasJoins =
       points.size() - shape.firstPoint > 2 * (contours.size() - shape.firstContour);
   End(shape, cover, shape.width / 2 * (hasJoins ? kMiterLimit : kSquareDiagonal));
@@ -62,7 +62,7 @@ std::uint64_t ShapeBatch::Add(const FillShape& fill, PixelColour colour) {
   BatchedShape shape = Begin(BatchedShape::Kind::Area, colour);
   shape.rule = fill.rule;
   Cover cover = AddContours(
-      fill.contours, [this](std::size_t first, Cover& covered) { EndOutline(first, covered); });
+      fill.contours, 0, [this](std::size_t first, Cover& covered) { EndOutline(first, covered); });
   const auto own = std::span(points).subspan(shape.firstPoint);
   if (contours.size() == shape.firstContour + 1 && IsUprightRectangle(own)) {
     shape.kind = BatchedShape::Kind::Rectangle;
@@ -82,26 +82,26 @@ BatchedShape ShapeBatch::Begin(BatchedShape::Kind kind, PixelColour colour) cons
 }
 
 template <typename Ending>
-ShapeBatch::Cover ShapeBatch::AddContours(const Contours& from, Ending end) {
+ShapeBatch::Cover ShapeBatch::AddContours(const Contours& from, double width, Ending end) {
   constexpr double kFar = std::numeric_limits<double>::infinity();
   Cover cover{{kFar, kFar, -kFar, -kFar}};
   std::size_t next = 0;
   for (const std::size_t length : from.lengths) {
     const std::size_t first = points.size();
-    AddContour(from.coordinates.subspan(2 * next, 2 * length), cover);
+    AddContour(from.coordinates.subspan(2 * next, 2 * length), width, cover);
     next += length;
     end(first, cover);
   }
   return cover;
 }
 
-void ShapeBatch::AddContour(std::span<const float> coordinates, Cover& cover) {
+void ShapeBatch::AddContour(std::span<const float> coordinates, double width, Cover& cover) {
   const std::size_t most = points.size() + coordinates.size() / 2;
   // Room that doubled as it is needed would be twice as much as a long line takes.
   if (coordinates.size() > kManyCoordinates && most > points.capacity()) {
     points.reserve(std::max(most, points.capacity() / 4 * 5));
   }
-  LineThinner line(points, tolerance);
+  LineThinner line(points, {tolerance, width, frame.Rounding()});
   bool isEmpty = true;
   for (std::size_t i = 0; i < coordinates.size(); i += 2) {
     const Point point = frame.ToPixels(coordinates[i], coordinates[i + 1]);

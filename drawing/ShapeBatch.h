@@ -87,10 +87,11 @@ private:
   };
 
   [[nodiscard]] BatchedShape Begin(BatchedShape::Kind kind, PixelColour colour) const;
-  // Calls end(std::size_t first, Cover&) behind each contour, whose points begin at `first`.
+  // Of strokes of this width in pixels, or of areas, 0. Calls end(std::size_t first, Cover&) behind
+  // each contour, whose points begin at `first`.
   template <typename Ending>
-  Cover AddContours(const Contours& from, Ending end);
-  void AddContour(std::span<const float> coordinates, Cover& cover);
+  Cover AddContours(const Contours& from, double width, Ending end);
+  void AddContour(std::span<const float> coordinates, double width, Cover& cover);
   // Leaves out what of the line that begins at `first` the stroke has drawn before.
   void EndLine(std::size_t first);
   void AddNewPieces(std::span<const Point> line);

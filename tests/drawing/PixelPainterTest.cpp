@@ -372,31 +372,52 @@ TEST(PixelPainter, GivesTheSamePixelsForAnyNumberOfThreads) {
   EXPECT_EQ(bytes(5), alone);
 }
 
+// Turns round and round, its points a few tenths of a pixel apart or less.
+Line Spiral(int turn) {
+  Line spiral{{}, 1.5F};
+  for (int i = 0; i < 3000; ++i) {
+    const double angle = i * 0.01;
+    const double radius = 3 + i * 0.0004 * turn + turn * 3;
+    spiral.points.push_back(static_cast<float>(100 + radius * std::cos(angle)));
+    spiral.points.push_back(static_cast<float>(100 + radius * std::sin(angle)));
+  }
+  return spiral;
+}
+
+// A wide line whose end turns again and again within a pixel.
+Line Frayed(int seed) {
+  std::mt19937 random(static_cast<unsigned>(seed));
+  std::uniform_real_distribution<float> place(20, 180);
+  std::uniform_real_distribution<float> step(-0.05F, 0.05F);
+  Line line{{place(random), place(random), place(random), place(random)}, 7, LineCap::Square};
+  for (int i = 0; i < 12; ++i) {
+    const std::size_t size = line.points.size();
+    line.points.push_back(line.points[size - 2] + step(random));
+    line.points.push_back(line.points[size - 1] + step(random));
+  }
+  return line;
+}
+
 TEST(PixelPainter, LeavesOutNoPointThatAnEyeWouldMiss) {
-  const auto bytes = [](double thinning) {
+  const auto bytes = [](const Line& line, double thinning) {
     PaintSettings settings = SettingsFor(200, 200);
     settings.thinning = thinning;
     PixelPainter painter(settings);
-    for (int turn = 0; turn < 20; ++turn) {
-      Line spiral{{}, 1.5F};
-      for (int i = 0; i < 3000; ++i) {
-        const double angle = i * 0.01;
-        const double radius = 3 + i * 0.0004 * turn + turn * 3;
-        spiral.points.push_back(static_cast<float>(100 + radius * std::cos(angle)));
-        spiral.points.push_back(static_cast<float>(100 + radius * std::sin(angle)));
-      }
-      DrawLine(painter, spiral);
-    }
+    DrawLine(painter, line);
     painter.Finish();
     return BytesOf(painter.Canvas());
   };
-  const auto thinned = bytes(kThinning);
-  const auto full = bytes(0);
-  int largest = 0;
-  for (std::size_t i = 0; i < full.size(); ++i) {
-    largest = std::max(largest, std::abs(full[i] - thinned[i]));
+  for (int i = 0; i < 20; ++i) {
+    for (const Line& line : {Spiral(i), Frayed(i)}) {
+      const auto thinned = bytes(line, kThinning);
+      const auto full = bytes(line, 0);
+      int largest = 0;
+      for (std::size_t byte = 0; byte < full.size(); ++byte) {
+        largest = std::max(largest, std::abs(full[byte] - thinned[byte]));
+      }
+      EXPECT_LE(largest, 24) << i << ", " << line.width << " wide";
+    }
   }
-  EXPECT_LE(largest, 24);
 }
 
 TEST(PixelPainter, StopsInTheMiddleOfALine) {

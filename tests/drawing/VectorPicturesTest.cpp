@@ -261,8 +261,12 @@ std::vector<float> CurveFrom(const std::vector<float>& ends) {
 
 TEST(PdfContent, MakesACurveOfChordsThatCannotBeToldFromIt) {
   const std::vector<std::uint32_t> length = {12};
-  const auto contentOf = [&](const std::vector<float>& points) {
-    return ContentOf([&](PdfContent& content) { content.Draw(Stroke(length, points)); });
+  const auto contentOf = [&](const std::vector<float>& points, float width = 1) {
+    return ContentOf([&](PdfContent& content) {
+      StrokeShape stroke = Stroke(length, points);
+      stroke.width *= width;
+      content.Draw(stroke);
+    });
   };
   const std::vector<float> small = CurveFrom({10, 10, 12.5F, 10, 15, 11.25F, 15, 13});
   EXPECT_EQ(contentOf(small), "0 G\n1 w\n0 J\n10 10 m\n12.5 10 15 11.25 15 13 c\nS\n");
@@ -277,8 +281,29 @@ TEST(PdfContent, MakesACurveOfChordsThatCannotBeToldFromIt) {
   bent[12] += 0.01F;
   EXPECT_EQ(steps(bent), 10) << "not of a curve";
   const std::vector<float> turn = CurveFrom({10, 10, 10.6F, 10.8F, 9.4F, 10.8F, 10, 10});
-  EXPECT_NE(contentOf(turn).find("10.6 10.8 9.4 10.8 10 10 c\nh\nS\n"), std::string::npos)
+  EXPECT_NE(contentOf(turn, 0.2F).find("10.6 10.8 9.4 10.8 10 10 c\nh\nS\n"), std::string::npos)
       << "a curve may close a contour";
+  EXPECT_EQ(contentOf(turn).find(" c\n"), std::string::npos) << "its joins can be seen";
+}
+
+TEST(PdfContent, KeepsWhatShortStepsOfWideLinesDoToThem) {
+  const std::vector<std::uint32_t> length = {3};
+  const auto pathOf = [&](const std::vector<float>& points, float width, LineCap cap) {
+    const std::string content = ContentOf([&](PdfContent& to) {
+      StrokeShape stroke = Stroke(length, points);
+      stroke.width *= width;
+      stroke.cap = cap;
+      to.Draw(stroke);
+    });
+    return content.substr(content.find("J\n") + 2);
+  };
+  const std::vector<float> hook = {5, 5, 9.123456F, 5, 9.123456F, 5.012348F};
+  EXPECT_EQ(pathOf(hook, 0.1F, LineCap::Butt), "5 5 m\n9.123 5 l\n9.123 5.012 l\nS\n");
+  EXPECT_EQ(pathOf(hook, 10, LineCap::Butt), "5 5 m\n9.12346 5 l\n9.12346 5.01235 l\nS\n");
+  const std::vector<float> rounding = {5, 5, 9.123456F, 5, 9.123456F, 5.000345F};
+  EXPECT_EQ(pathOf(rounding, 10, LineCap::Butt), "5 5 m\n9.123 5 l\n9.123 5 l\nS\n");
+  const std::vector<float> dot = {5, 5, 5, 5, 5, 5};
+  EXPECT_EQ(pathOf(dot, 10, LineCap::Square), "5 5 m\n5.001 5 l\nS\n") << "has a direction";
 }
 
 }  // namespace
