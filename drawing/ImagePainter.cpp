@@ -14,6 +14,8 @@ using Format = ORXPixelImageFormat;
 
 // Sizes are taken as equal when they differ by no more than this share.
 constexpr double kSameSize = 0.001;
+// Of an image, in pixels: its edges may round to the same place.
+constexpr double kLeastLength = 1e-6;
 
 std::size_t ChannelsOf(const ORXPixelImage& image) {
   return image.Format() == Format::Rgb24 || image.Format() == Format::Cmyk32 ? 3 : 1;
@@ -122,14 +124,6 @@ private:
   float weights = 0;
 };
 
-bool ImagePainter::IsPaintable(const ImageShape& shape) {
-  const double width = shape.image->Width() * double{shape.xPixelSize};
-  const double height = shape.image->Height() * double{shape.yPixelSize};
-  const double area = width * height;
-  return std::isfinite(area) && area != 0 && std::isfinite(shape.x + width) &&
-         std::isfinite(shape.y + height);
-}
-
 ImagePainter::ImagePainter(const ImageShape& shape, const PixelFrame& frame, bool inGrey)
     : image(*shape.image), isGrey(inGrey) {
   const double farX = shape.x + image.Width() * double{shape.xPixelSize};
@@ -148,7 +142,8 @@ ImagePainter::Axis ImagePainter::AxisOf(double firstEdge, double lastEdge, int s
   Axis axis;
   axis.begin = static_cast<int>(std::clamp<double>(begin, 0, pixels));
   const int endPixel = static_cast<int>(std::clamp<double>(end, 0, pixels));
-  const double samplesPerPixel = samples / (lastEdge - firstEdge);
+  const double length = std::max(high - low, kLeastLength);
+  const double samplesPerPixel = (lastEdge < firstEdge ? -samples : samples) / length;
   const bool isFiner = std::abs(samplesPerPixel) > 1 + kSameSize;
   axis.shares.reserve(static_cast<std::size_t>(endPixel - axis.begin));
   for (int pixel = axis.begin; pixel < endPixel; ++pixel) {

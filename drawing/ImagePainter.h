@@ -17,11 +17,9 @@ namespace orxdrawing {
 
 class ImagePainter {
 public:
-  // The image lasts as long as the painter. `inGrey` paints its brightness. Throws std::bad_alloc.
+  // The image lasts as long as the painter. `inGrey` paints its brightness. REQUIRES: the image has
+  // an extent. Throws std::bad_alloc.
   ImagePainter(const ImageShape& shape, const PixelFrame& frame, bool inGrey);
-
-  // Whether the image has an area and a finite place.
-  [[nodiscard]] static bool IsPaintable(const ImageShape& shape);
 
   // The pixels of the canvas that it covers.
   [[nodiscard]] PixelRect Covered() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "drawing/Extent.h"
 #include "drawing/ImagePainter.h"
 #include "drawing/ParallelWork.h"
 
@@ -57,7 +58,7 @@ void PixelPainter::Draw(const FillShape& fill) {
 
 void PixelPainter::Draw(const ImageShape& image) {
   if (stop.HasStopped() || image.image == nullptr || image.image->ByteCount() == 0) return;
-  if (!ImagePainter::IsPaintable(image)) {
+  if (!ExtentOf(image)) {
     ++losses.images;
     return;
   }
