@@ -4,9 +4,10 @@
 // becomes part of the answer, and nothing of the child is left behind.
 #pragma once
 
-#include <chrono>
 #include <string>
 #include <vector>
+
+#include "orxprint/Descriptor.h"
 
 namespace orxprint {
 
@@ -18,10 +19,9 @@ struct ChildEnd {
 };
 
 // Runs the program with these arguments, its standard input empty, its standard error this
-// program's. A child that is not back in time is killed; none is left when this returns.
+// program's. A child that is not back by `end` is killed; none is left when this returns.
 [[nodiscard]] ChildEnd RunChild(const std::string& program,
-                                const std::vector<std::string>& arguments,
-                                std::chrono::milliseconds limit);
+                                const std::vector<std::string>& arguments, const Deadline& end);
 
 // What ended a child in words: "exit status 3", "signal 11 (Segmentation fault)".
 [[nodiscard]] std::string Describe(const ChildEnd& end);

@@ -27,7 +27,7 @@ void CommonUsage::AddTo(CLI::App& command) {
 }
 
 void CommonUsage::AddTimeLimitTo(CLI::App& command, const char* description) {
-  command.add_option("--time-limit", timeLimit, description)->type_name("SECONDS");
+  command.add_option("--time-limit", timeLimit, description)->type_name("SECONDS|none");
 }
 
 CommonOptions CommonUsage::Finish() const {

@@ -15,7 +15,11 @@
 namespace orxprint {
 
 using Clock = std::chrono::steady_clock;
-using Deadline = std::optional<Clock::time_point>;
+using Deadline = std::optional<Clock::time_point>;  // none: as long as it takes
+
+[[nodiscard]] inline bool IsOver(const Deadline& deadline) {
+  return deadline && Clock::now() >= *deadline;
+}
 
 // Owns the descriptor that it holds, if any.
 class Descriptor {

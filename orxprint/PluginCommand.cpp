@@ -1,6 +1,7 @@
 // The command plugin: checks a build of the plug-in, each check in a child process of this program.
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 
 #include "drawing/Text.h"
 #include "framework/Environment.h"
@@ -9,6 +10,7 @@
 #include "orxprint/Messages.h"
 #include "orxprint/Platform.h"
 #include "orxprint/PluginChecks.h"
+#include "orxprint/RunControl.h"
 #include "orxprint/StandardOutput.h"
 
 namespace orxprint {
@@ -70,13 +72,12 @@ Status RunHere(const std::filesystem::path& file, const PluginCheck& check) {
 }
 
 // Runs a check and returns whether it holds, having printed its line.
-bool RunApart(const std::filesystem::path& file, const PluginCheck& check, double seconds,
-              StandardOutput& output) {
-  const std::chrono::duration<double> limit(seconds);
+bool RunApart(const std::filesystem::path& file, const PluginCheck& check,
+              std::optional<double> seconds, StandardOutput& output) {
   const ChildEnd end =
       RunChild(ProgramFile().string(),
                {"plugin", "--check", file.string(), "--only", check.name, "--in-this-process"},
-               std::chrono::duration_cast<std::chrono::milliseconds>(limit));
+               DeadlineIn(seconds));
   const auto status = static_cast<Status>(end.value);
   const bool isAnswer = end.how == ChildEnd::How::Exited && (status == kHolds || status == kFails);
   const bool holds = isAnswer && status == kHolds;
@@ -96,7 +97,8 @@ Status CheckPlugin(const CommonOptions& common, const PluginOptions& options) {
   const std::filesystem::path file =
       FindPlugin(options.file.empty() ? common.plugin : options.file);
   if (options.inThisProcess) return RunHere(file, checks.front());
-  const double seconds = common.timeLimit.Given().value_or(kUsualSeconds);
+  const TimeLimit& limit = common.timeLimit;
+  const std::optional<double> seconds = limit.isGiven ? limit.seconds : kUsualSeconds;
   StandardOutput output({});
   bool allHold = true;
   for (const PluginCheck& check : checks) {

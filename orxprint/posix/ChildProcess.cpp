@@ -10,8 +10,6 @@
 #include <cstring>
 #include <thread>
 
-#include "orxprint/Descriptor.h"
-
 extern "C" char** environ;  // NOLINT(readability-redundant-declaration): only GNU declares it
 
 namespace orxprint {
@@ -40,10 +38,10 @@ pid_t Start(const std::string& program, const std::vector<std::string>& argument
 }
 
 // Reads until the writers are gone or it is time.
-std::string ReadUntil(Clock::time_point end, int file) {
+std::string ReadUntil(const Deadline& end, int file) {
   std::string text;
   std::array<char, 4096> buffer;
-  while (Clock::now() < end) {
+  while (!IsOver(end)) {
     if (!WaitForInput(file, kPatience)) continue;
     const Transfer part = ReadSome(file, buffer.data(), buffer.size());
     if (part.count == 0 && part.error != EAGAIN) break;
@@ -55,8 +53,7 @@ std::string ReadUntil(Clock::time_point end, int file) {
 }  // namespace
 
 ChildEnd RunChild(const std::string& program, const std::vector<std::string>& arguments,
-                  std::chrono::milliseconds limit) {
-  const Clock::time_point end = Clock::now() + limit;
+                  const Deadline& end) {
   int ends[2];
   if (pipe(ends) != 0) return {};
   const Descriptor reading(ends[0]);
@@ -69,7 +66,7 @@ ChildEnd RunChild(const std::string& program, const std::vector<std::string>& ar
   ChildEnd result{ChildEnd::How::TimedOut, 0, ReadUntil(end, reading.Number())};
   int status = 0;
   pid_t ended = waitpid(child, &status, WNOHANG);
-  for (; ended == 0 && Clock::now() < end; ended = waitpid(child, &status, WNOHANG)) {
+  for (; ended == 0 && !IsOver(end); ended = waitpid(child, &status, WNOHANG)) {
     std::this_thread::sleep_for(kPatience);
   }
   if (ended == 0) {

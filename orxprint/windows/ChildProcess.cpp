@@ -7,7 +7,6 @@
 #include <thread>
 #include <utility>
 
-#include "orxprint/Descriptor.h"
 #include "orxprint/windows/Text.h"
 
 namespace orxprint {
@@ -72,11 +71,11 @@ HANDLE Start(const std::string& program, const std::vector<std::string>& argumen
 }
 
 // Reads until the writers are gone or it is time.
-std::string ReadUntil(Clock::time_point end, HANDLE pipe) {
+std::string ReadUntil(const Deadline& end, HANDLE pipe) {
   std::string text;
   std::array<char, 4096> buffer;
   DWORD ready = 0;
-  while (Clock::now() < end && PeekNamedPipe(pipe, nullptr, 0, nullptr, &ready, nullptr)) {
+  while (!IsOver(end) && PeekNamedPipe(pipe, nullptr, 0, nullptr, &ready, nullptr)) {
     DWORD count = 0;
     if (ready == 0) {
       std::this_thread::sleep_for(kPatience);
@@ -90,8 +89,7 @@ std::string ReadUntil(Clock::time_point end, HANDLE pipe) {
 }  // namespace
 
 ChildEnd RunChild(const std::string& program, const std::vector<std::string>& arguments,
-                  std::chrono::milliseconds limit) {
-  const Clock::time_point end = Clock::now() + limit;
+                  const Deadline& end) {
   HANDLE ends[2] = {};
   if (!CreatePipe(&ends[0], &ends[1], nullptr, 0)) return {};
   const Handle reading(ends[0]);
@@ -102,9 +100,11 @@ ChildEnd RunChild(const std::string& program, const std::vector<std::string>& ar
   if (!child.Get()) return {};
 
   ChildEnd result{ChildEnd::How::TimedOut, 0, ReadUntil(end, reading.Get())};
-  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
-  const auto patience = static_cast<DWORD>(std::max<std::int64_t>(left.count(), 0));
-  if (WaitForSingleObject(child.Get(), patience) != WAIT_OBJECT_0) {
+  DWORD waited = WAIT_TIMEOUT;
+  do {
+    waited = WaitForSingleObject(child.Get(), static_cast<DWORD>(kPatience.count()));
+  } while (waited == WAIT_TIMEOUT && !IsOver(end));
+  if (waited != WAIT_OBJECT_0) {
     TerminateProcess(child.Get(), kKilled);
     WaitForSingleObject(child.Get(), INFINITE);
     return result;

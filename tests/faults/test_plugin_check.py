@@ -81,6 +81,11 @@ class PluginCheck(unittest.TestCase):
         self.assertEqual(status, 1)
         self.assertEqual(re.findall("^FAIL  (.*?):", lines, re.MULTILINE), ["exports"])
 
+    def test_a_time_limit_may_be_none_or_longer_than_clocks_count(self):
+        for limit in ("none", "1e300"):
+            self.assertEqual(check("--check", "--only", "load", "--time-limit", limit)[:2],
+                             (0, "ok    load\n"), limit)
+
     def test_files_that_are_no_plugins(self):
         with tempfile.TemporaryDirectory() as folder:
             folder = pathlib.Path(folder)
